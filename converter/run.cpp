@@ -7,6 +7,10 @@
 #include <iostream>
 #include <string>
 
+#include "converter/inequality_pairing.h"
+#include "converter/input_lines.h"
+#include "converter/lp_reader.h"
+#include "converter/opt_writer.h"
 #include "converter/output_name.h"
 #include "util/failure.h"
 #include "util/trace.h"
@@ -34,9 +38,16 @@ void writeBanner() {
   std::cerr << std::endl;
 }
 
+// One status line on standard output: the trace prefix, the label and the count.
+void writeStatusLine(const char* label, long count) {
+  std::cout << enterLevel(false) << " " << label << count << leaveLevel(false);
+  lastOutputTime = std::time(nullptr);
+}
+
 }  // namespace
 
 int runConverter(int argc, char** argv) {
+  (void)QQ::infinity();  // the shared constants are ready before anything else
   if (argc != 2) printUsage(argc > 0 ? argv[0] : nullptr);
   const std::string inputName = argv[1];
   const std::string outputName = outputNameFor(inputName);
@@ -48,9 +59,32 @@ int runConverter(int argc, char** argv) {
   if (output < 0) reportFailure("The output file [ " + outputName + " ] could not be opened!");
 
   writeBanner();
-  // The passes over the input are not built yet: the output file stays empty.
-  ::close(output);
+
+  InputLines lines(input);
+  LpModel model;
+  model.variables = discoverVariables(lines);
+  lines.rewind();
+
+  std::string sectionLine;
+  model.counts = countRows(lines, inputName, sectionLine);
+  writeStatusLine("InEquations: ", model.counts.lessEqual);
+  writeStatusLine("Equations: ", model.counts.equations);
+  writeStatusLine("Variables: ", model.variables);
+  readSections(lines, sectionLine, model.variables, model.bounds);
+  lines.rewind();
+
+  readObjective(lines, model);
+  lines.rewind();
+
+  readConstraints(lines, model);
   ::close(input);
+
+  const std::vector<InequalityRow> inequalities = pairInequalities(model);
+  {
+    OutputBuffer out(output);
+    writeOptFile(out, model, inequalities);
+  }
+  ::close(output);
   return 0;
 }
 

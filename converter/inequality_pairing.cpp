@@ -1,0 +1,203 @@
+#include "converter/inequality_pairing.h"
+
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <map>
+#include <set>
+
+namespace lpconv {
+
+namespace {
+
+// Entries at or beyond 2^600 (or infinite) keep a row out of the weighted-sum index: their sums
+// would lose the tolerance in rounding. Such rows are searched one by one.
+constexpr std::size_t hugeBits = 600;
+
+std::size_t ganzeBits(const QQ& q) { return mpz_sizeinbase(q.ganze.value, 2); }
+
+// A fixed pseudo-random weight in [1, 2) per variable index, so no table of n weights is needed.
+double weightOf(long index) {
+  std::uint64_t z = static_cast<std::uint64_t>(index) + 0x9E3779B97F4A7C15ULL;
+  z = (z ^ (z >> 30)) * 0xBF58476D1CE4E5B9ULL;
+  z = (z ^ (z >> 27)) * 0x94D049BB133111EBULL;
+  z ^= z >> 31;
+  return 1.0 + static_cast<double>(z >> 11) * 0x1.0p-53;
+}
+
+// A finite value below 2^602 as a double, to within a few units in the last place.
+double approximate(const QQ& q) {
+  double value = mpz_get_d(q.ganze.value);
+  if (mpz_sgn(q.zaehler.value) != 0) {
+    long zExp = 0;
+    long nExp = 0;
+    const double z = mpz_get_d_2exp(&zExp, q.zaehler.value);
+    const double n = mpz_get_d_2exp(&nExp, q.nenner.value);
+    value += std::ldexp(z / n, static_cast<int>(zExp - nExp));
+  }
+  return q.isPositive ? value : -value;
+}
+
+struct Projection {
+  bool indexable = true;    // no entry is infinite or at least 2^600: the row goes into the index
+  bool searchIndex = true;  // a row of the index may equal it
+  bool searchHuge = false;  // a row outside the index may equal it
+  double sum = 0;           // sum of weight * entry
+  double magnitude = 0;     // sum of |weight * entry|
+};
+
+Projection project(const SparseRow& row) {
+  Projection p;
+  for (const RowEntry& e : row.entries()) {
+    const QQ& v = e.value;
+    const std::size_t bits = v.isInf ? std::numeric_limits<std::size_t>::max() : ganzeBits(v);
+    if (bits > hugeBits) p.indexable = false;
+    if (bits > hugeBits + 1) p.searchIndex = false;
+    if (bits >= hugeBits) p.searchHuge = true;
+    if (!p.searchIndex) continue;
+    const double term = weightOf(e.index) * approximate(v);
+    p.sum += term;
+    p.magnitude += std::fabs(term);
+  }
+  return p;
+}
+
+struct Group {
+  const SparseRow* row;
+  std::set<long> positions;  // current positions of the identical "<=" rows of this group
+  bool indexed;
+  std::multimap<double, std::size_t>::iterator where;
+};
+
+class LessEqualIndex {
+ public:
+  explicit LessEqualIndex(const std::vector<ConstraintRow>& rows) {
+    order_.reserve(rows.size());
+    groupOf_.reserve(rows.size());
+    for (std::size_t id = 0; id < rows.size(); ++id) {
+      const SparseRow& row = rows[id].coefficients;
+      maxEntries_ = std::max(maxEntries_, row.entries().size());
+      const std::size_t group = groupFor(row);
+      groups_[group].positions.insert(static_cast<long>(id));
+      groupOf_.push_back(group);
+      order_.push_back(id);
+    }
+  }
+
+  // The position of the first current row equal to `row` within the tolerance, or -1.
+  long findFirstEqual(const SparseRow& row) {
+    const Projection p = project(row);
+    long best = -1;
+    const auto consider = [&](std::size_t g) {
+      const Group& group = groups_[g];
+      if (group.positions.empty()) return;
+      const long first = *group.positions.begin();
+      if (best >= 0 && first >= best) return;
+      if (equalWithinTolerance(*group.row, row)) best = first;
+    };
+    if (p.searchIndex) {
+      const double reach = static_cast<double>(row.entries().size() + maxEntries_);
+      const double bound =
+          2e-9 * reach * (1 + 1e-6) + 1e-15 * (reach + 4) * (p.magnitude + 1 + 2e-9 * reach);
+      const auto end = index_.upper_bound(p.sum + bound);
+      for (auto it = index_.lower_bound(p.sum - bound); it != end; ++it) consider(it->second);
+    }
+    if (p.searchHuge) {
+      for (const std::size_t g : hugeGroups_) consider(g);
+    }
+    return best;
+  }
+
+  // Removes the row at `position`: the current last row moves into its place.
+  void remove(long position) {
+    const long last = static_cast<long>(order_.size()) - 1;
+    const std::size_t id = order_[static_cast<std::size_t>(position)];
+    Group& group = groups_[groupOf_[id]];
+    group.positions.erase(position);
+    if (group.positions.empty() && group.indexed) index_.erase(group.where);
+    if (position != last) {
+      const std::size_t lastId = order_[static_cast<std::size_t>(last)];
+      Group& moved = groups_[groupOf_[lastId]];
+      moved.positions.erase(last);
+      moved.positions.insert(position);
+      order_[static_cast<std::size_t>(position)] = lastId;
+    }
+    order_.pop_back();
+  }
+
+  std::size_t idAt(long position) const { return order_[static_cast<std::size_t>(position)]; }
+  const std::vector<std::size_t>& order() const { return order_; }
+
+ private:
+  // The group of rows identical to `row`, made when there is none yet.
+  std::size_t groupFor(const SparseRow& row) {
+    const Projection p = project(row);
+    if (p.indexable) {
+      const auto [from, to] = index_.equal_range(p.sum);
+      for (auto it = from; it != to; ++it) {
+        if (*groups_[it->second].row == row) return it->second;
+      }
+      groups_.push_back({&row, {}, true, {}});
+      groups_.back().where = index_.emplace(p.sum, groups_.size() - 1);
+      return groups_.size() - 1;
+    }
+    for (const std::size_t g : hugeGroups_) {
+      if (*groups_[g].row == row) return g;
+    }
+    groups_.push_back({&row, {}, false, {}});
+    hugeGroups_.push_back(groups_.size() - 1);
+    return groups_.size() - 1;
+  }
+
+  std::vector<Group> groups_;
+  std::multimap<double, std::size_t> index_;
+  std::vector<std::size_t> hugeGroups_;
+  std::vector<std::size_t> groupOf_;  // "<=" row id -> group
+  std::vector<std::size_t> order_;    // position -> "<=" row id
+  std::size_t maxEntries_ = 0;
+};
+
+}  // namespace
+
+std::vector<InequalityRow> pairInequalities(const LpModel& model) {
+  std::vector<InequalityRow> merged;
+  merged.reserve(model.greaterEqual.size() + model.lessEqual.size());
+  LessEqualIndex lessEqual(model.lessEqual);
+  for (const ConstraintRow& row : model.greaterEqual) {
+    const long position = lessEqual.findFirstEqual(row.coefficients);
+    const QQ* upper = &QQ::infinity();
+    if (position >= 0) {
+      upper = &model.lessEqual[lessEqual.idAt(position)].rhs;
+      lessEqual.remove(position);
+    }
+    merged.push_back({&row.coefficients, &row.rhs, upper});
+  }
+  for (const std::size_t id : lessEqual.order()) {
+    const ConstraintRow& row = model.lessEqual[id];
+    merged.push_back({&row.coefficients, &QQ::minusInfinity(), &row.rhs});
+  }
+  return merged;
+}
+
+std::vector<InequalityRow> pairInequalitiesDirectly(const LpModel& model) {
+  std::vector<InequalityRow> merged;
+  std::vector<const ConstraintRow*> lessEqual;
+  for (const ConstraintRow& row : model.lessEqual) lessEqual.push_back(&row);
+  for (const ConstraintRow& row : model.greaterEqual) {
+    const QQ* upper = &QQ::infinity();
+    for (std::size_t j = 0; j < lessEqual.size(); ++j) {
+      if (!equalWithinTolerance(lessEqual[j]->coefficients, row.coefficients)) continue;
+      upper = &lessEqual[j]->rhs;
+      lessEqual[j] = lessEqual.back();
+      lessEqual.pop_back();
+      break;
+    }
+    merged.push_back({&row.coefficients, &row.rhs, upper});
+  }
+  for (const ConstraintRow* row : lessEqual) {
+    merged.push_back({&row->coefficients, &QQ::minusInfinity(), &row->rhs});
+  }
+  return merged;
+}
+
+}  // namespace lpconv

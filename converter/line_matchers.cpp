@@ -1,0 +1,91 @@
+#include "converter/line_matchers.h"
+
+#include <algorithm>
+
+namespace lpconv {
+
+namespace {
+
+char foldCase(char c) { return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c; }
+
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
+
+// Replaces every non-overlapping occurrence of a two-character pair by one character.
+std::string replacePairs(const std::string& text, char first, char second, char replacement) {
+  std::string out;
+  out.reserve(text.size());
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == first && i + 1 < text.size() && text[i + 1] == second) {
+      out.push_back(replacement);
+      ++i;
+    } else {
+      out.push_back(text[i]);
+    }
+  }
+  return out;
+}
+
+}  // namespace
+
+bool containsIgnoringCase(std::string_view text, std::string_view word) {
+  if (word.empty()) return true;
+  if (text.size() < word.size()) return false;
+  const char first = foldCase(word[0]);
+  const std::size_t last = text.size() - word.size();
+  for (std::size_t i = 0; i <= last; ++i) {
+    if (foldCase(text[i]) != first) continue;
+    std::size_t j = 1;
+    while (j < word.size() && foldCase(text[i + j]) == foldCase(word[j])) ++j;
+    if (j == word.size()) return true;
+  }
+  return false;
+}
+
+bool containsSubjectTo(std::string_view line) { return containsIgnoringCase(line, "subject to"); }
+
+bool startsSection(std::string_view line) {
+  return containsIgnoringCase(line, "bound") || containsIgnoringCase(line, "gen") ||
+         containsIgnoringCase(line, "bin");
+}
+
+std::optional<std::string_view> firstVariableDigits(std::string_view line) {
+  for (std::size_t i = 0; i + 1 < line.size(); ++i) {
+    if (foldCase(line[i]) != 'x' || !isDigit(line[i + 1])) continue;
+    std::size_t end = i + 1;
+    while (end < line.size() && isDigit(line[end])) ++end;
+    return line.substr(i + 1, end - i - 1);
+  }
+  return std::nullopt;
+}
+
+bool hasMinimiseHeader(std::string_view text) {
+  const std::size_t colon = text.rfind(':');
+  if (colon == std::string_view::npos || colon < 3) return false;
+  return containsIgnoringCase(text.substr(0, colon), "min");
+}
+
+bool removeObjectiveHeader(std::string& text) {
+  const std::size_t colon = text.rfind(':');
+  if (colon == std::string::npos || colon < 3) return false;
+  const std::string_view head = std::string_view(text).substr(0, colon);
+  const std::size_t min = head.find("Min");
+  const std::size_t max = head.find("Max");
+  const std::size_t start = std::min(min, max);
+  if (start == std::string_view::npos) return false;
+  text.erase(start, colon + 1 - start);
+  return true;
+}
+
+std::string normaliseExpression(std::string_view text) {
+  std::string compact;
+  compact.reserve(text.size());
+  for (const char c : text) {
+    if (c != ' ' && c != '\t' && c != '\r' && c != '\n') compact.push_back(c);
+  }
+  compact = replacePairs(compact, '+', '-', '-');
+  compact = replacePairs(compact, '-', '+', '-');
+  compact = replacePairs(compact, '-', '-', '+');
+  return replacePairs(compact, '+', '+', '+');
+}
+
+}  // namespace lpconv

@@ -1,0 +1,108 @@
+#include "converter/sparse_row.h"
+
+#include <algorithm>
+
+namespace lpconv {
+
+const QQ& pairingTolerance() {
+  static const QQ tolerance = QQ(1) / fromDbl(static_cast<dbl_t>(1000000000.0L));
+  return tolerance;
+}
+
+void SparseRow::finish() {
+  const auto byIndex = [](const RowEntry& a, const RowEntry& b) { return a.index < b.index; };
+  const bool ordered = std::adjacent_find(entries_.begin(), entries_.end(),
+                                          [](const RowEntry& a, const RowEntry& b) {
+                                            return a.index >= b.index;
+                                          }) == entries_.end();
+  if (!ordered) std::stable_sort(entries_.begin(), entries_.end(), byIndex);
+  // Keep the last assignment of every index and drop zeros, in place.
+  std::size_t out = 0;
+  for (std::size_t i = 0; i < entries_.size(); ++i) {
+    if (i + 1 < entries_.size() && entries_[i + 1].index == entries_[i].index) continue;
+    if (entries_[i].value.isZero()) continue;
+    if (out != i) entries_[out] = std::move(entries_[i]);
+    ++out;
+  }
+  entries_.resize(out);
+}
+
+void SparseRow::subtract(const SparseRow& other) {
+  if (other.entries_.empty()) return;
+  std::vector<RowEntry> result;
+  result.reserve(entries_.size() + other.entries_.size());
+  auto a = entries_.begin();
+  auto b = other.entries_.begin();
+  while (a != entries_.end() || b != other.entries_.end()) {
+    if (b == other.entries_.end() || (a != entries_.end() && a->index < b->index)) {
+      result.push_back(std::move(*a));
+      ++a;
+    } else if (a == entries_.end() || b->index < a->index) {
+      result.push_back({b->index, -b->value});
+      ++b;
+    } else {
+      sub(a->value, a->value, b->value);
+      if (!a->value.isZero()) result.push_back(std::move(*a));
+      ++a;
+      ++b;
+    }
+  }
+  entries_ = std::move(result);
+}
+
+namespace {
+
+// Whether two entries of the same index differ by more than the tolerance.
+bool differBeyondTolerance(const QQ& a, const QQ& b) {
+  if (compare(a, b) == 0) return false;
+  QQ difference;
+  sub(difference, a, b);
+  if (!difference.isPositive) difference = -difference;
+  return compare(difference, pairingTolerance()) > 0;
+}
+
+}  // namespace
+
+bool equalWithinTolerance(const SparseRow& a, const SparseRow& b) {
+  static const QQ zero;
+  auto i = a.entries_.begin();
+  auto j = b.entries_.begin();
+  while (i != a.entries_.end() || j != b.entries_.end()) {
+    if (j == b.entries_.end() || (i != a.entries_.end() && i->index < j->index)) {
+      if (differBeyondTolerance(i->value, zero)) return false;
+      ++i;
+    } else if (i == a.entries_.end() || j->index < i->index) {
+      if (differBeyondTolerance(zero, j->value)) return false;
+      ++j;
+    } else {
+      if (differBeyondTolerance(i->value, j->value)) return false;
+      ++i;
+      ++j;
+    }
+  }
+  return true;
+}
+
+namespace {
+
+// Field by field, which for canonical values is value equality; unlike compare, it never narrows
+// the integer comparison, so rows grouped by it are truly identical.
+bool identical(const QQ& a, const QQ& b) {
+  return a.isInf == b.isInf && a.isPositive == b.isPositive &&
+         mpz_cmp(a.ganze.value, b.ganze.value) == 0 &&
+         mpz_cmp(a.zaehler.value, b.zaehler.value) == 0 &&
+         mpz_cmp(a.nenner.value, b.nenner.value) == 0;
+}
+
+}  // namespace
+
+bool operator==(const SparseRow& a, const SparseRow& b) {
+  if (a.entries_.size() != b.entries_.size()) return false;
+  for (std::size_t k = 0; k < a.entries_.size(); ++k) {
+    if (a.entries_[k].index != b.entries_[k].index) return false;
+    if (!identical(a.entries_[k].value, b.entries_[k].value)) return false;
+  }
+  return true;
+}
+
+}  // namespace lpconv

@@ -3,8 +3,8 @@
 namespace lpconv {
 
 bool search(const std::string& text, const std::string& pattern, bool caseSensitive) {
-  const auto flags = caseSensitive ? std::regex::ECMAScript
-                                   : std::regex::ECMAScript | std::regex::icase;
+  const auto flags =
+      caseSensitive ? std::regex::ECMAScript : std::regex::ECMAScript | std::regex::icase;
   return std::regex_search(text, std::regex(pattern, flags));
 }
 

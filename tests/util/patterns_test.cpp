@@ -35,9 +35,7 @@ TEST(SearchTest, Table) {
   }
 }
 
-TEST(SearchTest, BadPatternThrows) {
-  EXPECT_THROW(search("x", "(", false), std::regex_error);
-}
+TEST(SearchTest, BadPatternThrows) { EXPECT_THROW(search("x", "(", false), std::regex_error); }
 
 TEST(SearchMatchTest, FirstMatchAndItsGroups) {
   const std::string line = " 3 x12 + 4 X7 >= x100";

@@ -110,16 +110,11 @@ TEST(SkipDelimitersTest, Table) {
     char c;
   };
   const std::vector<Case> cases = {
-      {"  \t x", " \t", true, false, "x", 'x'},
-      {"x", " ", true, false, "x", 'x'},
-      {"   ", " ", true, false, "", endValue},
-      {"", " ", true, false, "", endValue},
-      {",, x", ", ", true, false, "x", 'x'},
-      {"  x", " ", false, true, " x", ' '},
-      {"x ", " ", false, false, "x ", 'x'},
-      {"", " ", false, false, "", endValue},
-      {",x", ",", false, true, "x", ','},
-      {"\n x", " ", true, false, "\n x", '\n'},
+      {"  \t x", " \t", true, false, "x", 'x'}, {"x", " ", true, false, "x", 'x'},
+      {"   ", " ", true, false, "", endValue},  {"", " ", true, false, "", endValue},
+      {",, x", ", ", true, false, "x", 'x'},    {"  x", " ", false, true, " x", ' '},
+      {"x ", " ", false, false, "x ", 'x'},     {"", " ", false, false, "", endValue},
+      {",x", ",", false, true, "x", ','},       {"\n x", " ", true, false, "\n x", '\n'},
   };
   for (const Case& k : cases) {
     SCOPED_TRACE(k.input + "|" + k.set + (k.all ? "|all" : "|one"));
@@ -180,12 +175,8 @@ TEST(SkipWhitespaceToBarTest, Table) {
     std::string left;
   };
   const std::vector<Case> cases = {
-      {"  | x", true, " x"},
-      {"|", true, ""},
-      {" /* c */ \n||", true, "|"},
-      {"  x|", false, "x|"},
-      {"", false, ""},
-      {" // c\n", false, ""},
+      {"  | x", true, " x"}, {"|", true, ""}, {" /* c */ \n||", true, "|"},
+      {"  x|", false, "x|"}, {"", false, ""}, {" // c\n", false, ""},
   };
   for (const Case& k : cases) {
     SCOPED_TRACE(k.input);

@@ -16,14 +16,10 @@ TEST(ReplaceAllTest, Table) {
   };
   const std::vector<Case> cases = {
       {"aaa", "a", "aa", "aaaaaa"},  // inserted text is not rescanned
-      {"a+-b", "+-", "-", "a-b"},
-      {"a+-+-b", "+-", "-", "a--b"},
-      {"--x", "--", "+", "+x"},
-      {"---x", "--", "+", "+-x"},  // left to right, no overlap
-      {"abc", "x", "y", "abc"},
-      {"", "a", "b", ""},
-      {"abab", "ab", "", ""},
-      {"xab", "ab", "abab", "xabab"},
+      {"a+-b", "+-", "-", "a-b"},   {"a+-+-b", "+-", "-", "a--b"},
+      {"--x", "--", "+", "+x"},     {"---x", "--", "+", "+-x"},  // left to right, no overlap
+      {"abc", "x", "y", "abc"},     {"", "a", "b", ""},
+      {"abab", "ab", "", ""},       {"xab", "ab", "abab", "xabab"},
       {"aaaa", "aa", "a", "aa"},  // the shrunk text is not rescanned either
       {"abc", "", "x", "abc"},    // empty pattern: unchanged, and no endless loop
       {"a.b", ".", "\\.", "a\\.b"},
@@ -63,10 +59,11 @@ TEST(EndsWithTest, Table) {
     bool expected;
   };
   const std::vector<Case> cases = {
-      {"model.lp", ".lp", true}, {"model.lp", ".LP", false}, {"lp", "model.lp", false},
-      {"", "", true},            {"abc", "", true},          {"abc", "abc", true},
-      {"abc", "bc", true},       {"abc", "ab", false},       {"", "a", false},
-      {"xbc", "abc", false},
+      {"model.lp", ".lp", true}, {"model.lp", ".LP", false},
+      {"lp", "model.lp", false}, {"", "", true},
+      {"abc", "", true},         {"abc", "abc", true},
+      {"abc", "bc", true},       {"abc", "ab", false},
+      {"", "a", false},          {"xbc", "abc", false},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.text + " / " + c.suffix);

@@ -4,49 +4,49 @@ namespace lpconv {
 
 namespace {
 
-// The end of input peeks as -1, which the readers see as byte 255.
-bool isEnd(char c) { return static_cast<unsigned char>(c) == 255; }
+constexpr unsigned char endByte = 255;
 
-char peeked(std::istream& is) { return static_cast<char>(is.peek()); }
+bool inSet(const std::string& set, char c) { return set.find(c) != std::string::npos; }
 
 }  // namespace
 
 bool peekChar(std::istream& is, char& c) {
-  c = peeked(is);
-  return !isEnd(c);
+  c = static_cast<char>(is.peek());
+  return static_cast<unsigned char>(c) != endByte;
 }
 
 bool skipComment(std::istream& is, char& c) {
-  c = peeked(is);
-  if (c != '/') return false;
+  if (!peekChar(is, c) || c != '/') return false;
   is.get();
-  c = peeked(is);
-  if (c == '/') {
-    while (!isEnd(c = peeked(is)) && c != '\n') is.get();
+  const bool more = peekChar(is, c);
+  if (more && c == '/') {
+    while (peekChar(is, c) && c != '\n') is.get();
     return true;
   }
-  if (c == '*') {
+  if (more && c == '*') {
     is.get();
-    char previous = '\0';
-    while (!isEnd(c = peeked(is))) {
+    bool afterStar = false;
+    while (peekChar(is, c)) {
       is.get();
-      if (previous == '*' && c == '/') break;
-      previous = c;
+      if (afterStar && c == '/') {
+        peekChar(is, c);
+        return true;
+      }
+      afterStar = c == '*';
     }
-    c = peeked(is);
     return true;
   }
+  // A lone slash: the character after it is put back, although it was never taken.
   is.putback(c);
   return false;
 }
 
 bool skipDelimiters(std::istream& is, const std::string& set, bool all, char& c) {
   if (all) {
-    while (set.find(c = peeked(is)) != std::string::npos && !isEnd(c)) is.get();
+    while (peekChar(is, c) && inSet(set, c)) is.get();
     return false;
   }
-  c = peeked(is);
-  if (set.find(c) != std::string::npos && !isEnd(c)) {
+  if (peekChar(is, c) && inSet(set, c)) {
     is.get();
     return true;
   }
@@ -54,24 +54,21 @@ bool skipDelimiters(std::istream& is, const std::string& set, bool all, char& c)
 }
 
 bool skipDelimitersAndComments(std::istream& is, const std::string& set, char* c) {
-  char local = '\0';
-  char& out = c != nullptr ? *c : local;
-  skipDelimiters(is, set, true, out);
-  while (skipComment(is, out)) skipDelimiters(is, set, true, out);
+  char local = 0;
+  char& ch = c != nullptr ? *c : local;
+  skipDelimiters(is, set, true, ch);
+  while (skipComment(is, ch)) skipDelimiters(is, set, true, ch);
   return false;
 }
 
 bool skipWhitespaceToBar(std::istream& is) {
-  const std::string set = " \t\r\n";
-  char c = '\0';
-  bool comment = false;
-  skipDelimiters(is, set, true, c);
-  while ((comment = skipComment(is, c))) skipDelimiters(is, set, true, c);
-  if (c == '|') {
+  char c = 0;
+  skipDelimitersAndComments(is, " \t\r\n", &c);
+  if (peekChar(is, c) && c == '|') {
     is.get();
     return true;
   }
-  return comment;
+  return false;
 }
 
 }  // namespace lpconv

@@ -13,6 +13,11 @@ namespace {
 
 constexpr std::size_t none = std::string::npos;
 
+// Unary minus without the copy: zero keeps its positive sign.
+void negateInPlace(QQ& value) {
+  if (!value.isZero()) value.isPositive = !value.isPositive;
+}
+
 bool isSpace(char c) { return std::isspace(static_cast<unsigned char>(c)) != 0; }
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
@@ -111,7 +116,15 @@ std::string parseExpression(std::string_view text, long n, QQ& constant, SparseR
     if (c == 'x') {
       const long index = readIndex(s.c_str() + nextSpaceEnd.from(pos + 1));
       checkIndex(index, n);
-      row.assign(index, current);
+      // The value stays current for a variable that follows at once ("3x1x2"); otherwise the
+      // next step replaces it, so it can move into the row.
+      std::size_t next = pos + 1;
+      while (next < length && isDigit(s[next])) ++next;
+      if (next < length && s[next] == 'x') {
+        row.assign(index, current);
+      } else {
+        row.assign(index, std::move(current));
+      }
       pending = false;
     } else if (c == '<' || c == '=' || c == '>') {
       restStart = pos;
@@ -119,7 +132,7 @@ std::string parseExpression(std::string_view text, long n, QQ& constant, SparseR
     } else if (c == '+' || c == '-') {
       if (pending) add(constant, constant, current);
       QQ value = numberAt(pos + 1);
-      if (c == '-') value = -value;
+      if (c == '-') negateInPlace(value);
       current = implicitValue(std::move(value), pos + 1, c == '-');
       pending = true;
     } else {

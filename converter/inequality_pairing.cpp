@@ -3,7 +3,7 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
-#include <map>
+#include <algorithm>
 #include <set>
 
 namespace lpconv {
@@ -65,22 +65,41 @@ Projection project(const SparseRow& row) {
 struct Group {
   const SparseRow* row;
   std::set<long> positions;  // current positions of the identical "<=" rows of this group
-  bool indexed;
-  std::multimap<double, std::size_t>::iterator where;
 };
 
 class LessEqualIndex {
  public:
-  explicit LessEqualIndex(const std::vector<ConstraintRow>& rows) {
-    order_.reserve(rows.size());
-    groupOf_.reserve(rows.size());
+  explicit LessEqualIndex(const std::vector<ConstraintRow>& rows) : groupOf_(rows.size()) {
+    std::vector<std::pair<double, std::size_t>> keyed;  // (weighted sum, row id)
+    keyed.reserve(rows.size());
     for (std::size_t id = 0; id < rows.size(); ++id) {
       const SparseRow& row = rows[id].coefficients;
       maxEntries_ = std::max(maxEntries_, row.entries().size());
-      const std::size_t group = groupFor(row);
-      groups_[group].positions.insert(static_cast<long>(id));
-      groupOf_.push_back(group);
-      order_.push_back(id);
+      const Projection p = project(row);
+      if (p.indexable) {
+        keyed.emplace_back(p.sum, id);
+      } else {
+        groupOf_[id] = groupAmong(hugeGroups_, row);
+      }
+    }
+    // Identical rows have identical sums: group them within each run of equal sums.
+    std::sort(keyed.begin(), keyed.end());
+    for (std::size_t from = 0; from < keyed.size();) {
+      std::size_t to = from;
+      while (to < keyed.size() && keyed[to].first == keyed[from].first) ++to;
+      std::vector<std::size_t> runGroups;
+      for (std::size_t k = from; k < to; ++k) {
+        const std::size_t id = keyed[k].second;
+        const std::size_t before = runGroups.size();
+        groupOf_[id] = groupAmong(runGroups, rows[id].coefficients);
+        if (runGroups.size() != before) index_.emplace_back(keyed[from].first, groupOf_[id]);
+      }
+      from = to;
+    }
+    order_.resize(rows.size());
+    for (std::size_t id = 0; id < rows.size(); ++id) {
+      order_[id] = id;
+      groups_[groupOf_[id]].positions.insert(static_cast<long>(id));
     }
   }
 
@@ -96,11 +115,14 @@ class LessEqualIndex {
       if (equalWithinTolerance(*group.row, row)) best = first;
     };
     if (p.searchIndex) {
+      // Rows within the tolerance differ in at most this many entries, each by 1/10^9 at most;
+      // the second term covers the rounding of both sums.
       const double reach = static_cast<double>(row.entries().size() + maxEntries_);
       const double bound =
           2e-9 * reach * (1 + 1e-6) + 1e-15 * (reach + 4) * (p.magnitude + 1 + 2e-9 * reach);
-      const auto end = index_.upper_bound(p.sum + bound);
-      for (auto it = index_.lower_bound(p.sum - bound); it != end; ++it) consider(it->second);
+      auto it = std::lower_bound(index_.begin(), index_.end(),
+                                 std::make_pair(p.sum - bound, std::size_t{0}));
+      for (; it != index_.end() && it->first <= p.sum + bound; ++it) consider(it->second);
     }
     if (p.searchHuge) {
       for (const std::size_t g : hugeGroups_) consider(g);
@@ -112,9 +134,7 @@ class LessEqualIndex {
   void remove(long position) {
     const long last = static_cast<long>(order_.size()) - 1;
     const std::size_t id = order_[static_cast<std::size_t>(position)];
-    Group& group = groups_[groupOf_[id]];
-    group.positions.erase(position);
-    if (group.positions.empty() && group.indexed) index_.erase(group.where);
+    groups_[groupOf_[id]].positions.erase(position);
     if (position != last) {
       const std::size_t lastId = order_[static_cast<std::size_t>(last)];
       Group& moved = groups_[groupOf_[lastId]];
@@ -129,28 +149,19 @@ class LessEqualIndex {
   const std::vector<std::size_t>& order() const { return order_; }
 
  private:
-  // The group of rows identical to `row`, made when there is none yet.
-  std::size_t groupFor(const SparseRow& row) {
-    const Projection p = project(row);
-    if (p.indexable) {
-      const auto [from, to] = index_.equal_range(p.sum);
-      for (auto it = from; it != to; ++it) {
-        if (*groups_[it->second].row == row) return it->second;
-      }
-      groups_.push_back({&row, {}, true, {}});
-      groups_.back().where = index_.emplace(p.sum, groups_.size() - 1);
-      return groups_.size() - 1;
-    }
-    for (const std::size_t g : hugeGroups_) {
+  // The group among `candidates` whose row is identical to `row`; a new one (added to
+  // `candidates`) when there is none.
+  std::size_t groupAmong(std::vector<std::size_t>& candidates, const SparseRow& row) {
+    for (const std::size_t g : candidates) {
       if (*groups_[g].row == row) return g;
     }
-    groups_.push_back({&row, {}, false, {}});
-    hugeGroups_.push_back(groups_.size() - 1);
+    groups_.push_back({&row, {}});
+    candidates.push_back(groups_.size() - 1);
     return groups_.size() - 1;
   }
 
   std::vector<Group> groups_;
-  std::multimap<double, std::size_t> index_;
+  std::vector<std::pair<double, std::size_t>> index_;  // (weighted sum, group), ascending
   std::vector<std::size_t> hugeGroups_;
   std::vector<std::size_t> groupOf_;  // "<=" row id -> group
   std::vector<std::size_t> order_;    // position -> "<=" row id

@@ -10,19 +10,20 @@ char foldCase(char c) { return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
-// Replaces every non-overlapping occurrence of a two-character pair by one character.
-std::string replacePairs(const std::string& text, char first, char second, char replacement) {
-  std::string out;
-  out.reserve(text.size());
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] == first && i + 1 < text.size() && text[i + 1] == second) {
-      out.push_back(replacement);
+// Replaces, in place, every non-overlapping occurrence of a two-character pair by one character,
+// left to right; the text only shrinks, so the write position never passes the read position.
+void replacePairs(std::string& text, char first, char second, char replacement) {
+  std::size_t out = 0;
+  const std::size_t size = text.size();
+  for (std::size_t i = 0; i < size; ++i) {
+    if (text[i] == first && i + 1 < size && text[i + 1] == second) {
+      text[out++] = replacement;
       ++i;
     } else {
-      out.push_back(text[i]);
+      text[out++] = text[i];
     }
   }
-  return out;
+  text.resize(out);
 }
 
 }  // namespace
@@ -82,10 +83,11 @@ std::string normaliseExpression(std::string_view text) {
   for (const char c : text) {
     if (c != ' ' && c != '\t' && c != '\r' && c != '\n') compact.push_back(c);
   }
-  compact = replacePairs(compact, '+', '-', '-');
-  compact = replacePairs(compact, '-', '+', '-');
-  compact = replacePairs(compact, '-', '-', '+');
-  return replacePairs(compact, '+', '+', '+');
+  replacePairs(compact, '+', '-', '-');
+  replacePairs(compact, '-', '+', '-');
+  replacePairs(compact, '-', '-', '+');
+  replacePairs(compact, '+', '+', '+');
+  return compact;
 }
 
 }  // namespace lpconv

@@ -10,16 +10,29 @@ const QQ& pairingTolerance() {
 }
 
 void SparseRow::finish() {
-  const auto byIndex = [](const RowEntry& a, const RowEntry& b) { return a.index < b.index; };
   const bool ordered = std::adjacent_find(entries_.begin(), entries_.end(),
                                           [](const RowEntry& a, const RowEntry& b) {
                                             return a.index >= b.index;
                                           }) == entries_.end();
-  if (!ordered) std::stable_sort(entries_.begin(), entries_.end(), byIndex);
-  // Keep the last assignment of every index and drop zeros, in place.
+  if (!ordered) {
+    // Sort small (index, arrival) keys instead of the entries themselves; the arrival breaks
+    // ties so that the last assignment of an index comes last.
+    std::vector<std::pair<long, std::size_t>> keys(entries_.size());
+    for (std::size_t i = 0; i < entries_.size(); ++i) keys[i] = {entries_[i].index, i};
+    std::sort(keys.begin(), keys.end());
+    std::vector<RowEntry> sorted;
+    sorted.reserve(keys.size());
+    for (std::size_t k = 0; k < keys.size(); ++k) {
+      if (k + 1 < keys.size() && keys[k + 1].first == keys[k].first) continue;
+      RowEntry& entry = entries_[keys[k].second];
+      if (!entry.value.isZero()) sorted.push_back(std::move(entry));
+    }
+    entries_ = std::move(sorted);
+    return;
+  }
+  // Already in order: only zeros to drop, in place.
   std::size_t out = 0;
   for (std::size_t i = 0; i < entries_.size(); ++i) {
-    if (i + 1 < entries_.size() && entries_[i + 1].index == entries_[i].index) continue;
     if (entries_[i].value.isZero()) continue;
     if (out != i) entries_[out] = std::move(entries_[i]);
     ++out;

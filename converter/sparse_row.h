@@ -23,6 +23,7 @@ class SparseRow {
   // Sets entry `index` as a scan does: a later assignment to the same index overwrites an
   // earlier one. Entries may arrive in any order until finish() is called.
   void assign(long index, const QQ& value) { entries_.push_back({index, value}); }
+  void assign(long index, QQ&& value) { entries_.push_back({index, std::move(value)}); }
 
   // Brings assigned entries into index order, keeping the last assignment per index, and drops
   // zeros.

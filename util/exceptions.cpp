@@ -12,4 +12,6 @@ ReadException::ReadException(const std::string& message) : GeneralException(mess
   if (message.empty()) this->message = "Read exception";
 }
 
+ReadException::~ReadException() = default;
+
 }  // namespace lpconv

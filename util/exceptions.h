@@ -1,6 +1,6 @@
 #pragma once
-// The library's small exception family. GeneralException hides its standard base, so a handler
-// for std::exception does not catch it; handlers name GeneralException or a subclass.
+// The library's exception family. The standard exception base is private on purpose: a handler
+// for std::exception does not catch these; handlers must name GeneralException or a subclass.
 
 #include <exception>
 #include <string>
@@ -10,9 +10,10 @@ namespace lpconv {
 class GeneralException : private std::exception {
  public:
   explicit GeneralException(const std::string& message);
-  virtual ~GeneralException();
+  ~GeneralException() override;
+
   // The message; valid as long as the exception lives.
-  virtual const char* what() const noexcept;
+  const char* what() const noexcept override;
 
  protected:
   std::string message;
@@ -22,6 +23,7 @@ class GeneralException : private std::exception {
 class ReadException : public GeneralException {
  public:
   explicit ReadException(const std::string& message);
+  ~ReadException() override;
 };
 
 }  // namespace lpconv

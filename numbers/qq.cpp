@@ -1,0 +1,577 @@
+#include "numbers/qq.h"
+
+#include <utility>
+
+#include "numbers/messages.h"
+#include "util/failure.h"
+
+namespace lpconv {
+
+bool shortenProducts = false;
+
+namespace {
+
+// Work registers of the arithmetic. The process is single-threaded and no operation holds a
+// register across a call to another operation that uses them, so one set serves all; their
+// storage is recycled by swapping results into place instead of allocating per operation.
+struct Registers {
+  mpz_t g, z, n, d, t, u;
+  Registers() { mpz_inits(g, z, n, d, t, u, nullptr); }
+  ~Registers() { mpz_clears(g, z, n, d, t, u, nullptr); }
+  Registers(const Registers&) = delete;
+  Registers& operator=(const Registers&) = delete;
+};
+
+Registers& registers() {
+  static Registers r;
+  return r;
+}
+
+bool isOne(const ZZ& z) { return mpz_cmp_ui(z.value, 1) == 0; }
+
+void setZero(QQ& r) {
+  r.isInf = false;
+  r.isPositive = true;
+  mpz_set_ui(r.ganze.value, 0);
+  mpz_set_ui(r.zaehler.value, 0);
+  mpz_set_ui(r.nenner.value, 1);
+}
+
+void setInfinity(QQ& r, bool positive) {
+  r.isInf = true;
+  r.isPositive = positive;
+  mpz_set_ui(r.ganze.value, 1);
+  mpz_set_ui(r.zaehler.value, 0);
+  mpz_set_ui(r.nenner.value, 1);
+}
+
+// Moves the registers g, z, n into r as a finite value with the given sign; 0 is made positive.
+void takeRegisters(QQ& r, Registers& s, bool positive) {
+  r.isInf = false;
+  mpz_swap(r.ganze.value, s.g);
+  mpz_swap(r.zaehler.value, s.z);
+  mpz_swap(r.nenner.value, s.n);
+  r.isPositive = positive || (mpz_sgn(r.ganze.value) == 0 && mpz_sgn(r.zaehler.value) == 0);
+}
+
+// Sets s.z / s.n to a.zaehler / a.nenner ± b.zaehler / b.nenner over the least common
+// denominator. Returns whether the sum may share a factor with the denominator; if so, the only
+// candidates divide s.d (the gcd of the two denominators), since both inputs are reduced.
+bool combineFractions(Registers& s, const QQ& a, const QQ& b, bool subtract) {
+  const auto combine = subtract ? mpz_sub : mpz_add;
+  if (mpz_cmp(a.nenner.value, b.nenner.value) == 0) {
+    combine(s.z, a.zaehler.value, b.zaehler.value);
+    mpz_set(s.n, a.nenner.value);
+    mpz_set(s.d, a.nenner.value);
+    return !isOne(b.nenner);
+  }
+  if (isOne(b.nenner)) {
+    mpz_set(s.z, a.zaehler.value);
+    mpz_set(s.n, a.nenner.value);
+    return false;
+  }
+  if (isOne(a.nenner)) {
+    if (subtract) {
+      mpz_neg(s.z, b.zaehler.value);
+    } else {
+      mpz_set(s.z, b.zaehler.value);
+    }
+    mpz_set(s.n, b.nenner.value);
+    return false;
+  }
+  mpz_gcd(s.d, a.nenner.value, b.nenner.value);
+  if (mpz_cmp_ui(s.d, 1) == 0) {
+    mpz_mul(s.z, a.zaehler.value, b.nenner.value);
+    mpz_mul(s.t, b.zaehler.value, a.nenner.value);
+    combine(s.z, s.z, s.t);
+    mpz_mul(s.n, a.nenner.value, b.nenner.value);
+    return false;
+  }
+  mpz_divexact(s.t, b.nenner.value, s.d);
+  mpz_mul(s.z, a.zaehler.value, s.t);
+  mpz_mul(s.n, a.nenner.value, s.t);
+  mpz_divexact(s.u, a.nenner.value, s.d);
+  mpz_mul(s.t, b.zaehler.value, s.u);
+  combine(s.z, s.z, s.t);
+  return true;
+}
+
+// Cancels the common factor of s.z and s.n, which divides s.d when mayShare is set.
+void reduceFraction(Registers& s, bool mayShare) {
+  if (mpz_sgn(s.z) == 0) {
+    mpz_set_ui(s.n, 1);
+    return;
+  }
+  if (!mayShare) return;
+  mpz_gcd(s.t, s.z, s.d);
+  if (mpz_cmp_ui(s.t, 1) != 0) {
+    mpz_divexact(s.z, s.z, s.t);
+    mpz_divexact(s.n, s.n, s.t);
+  }
+}
+
+// r = |a| + |b| with the given sign, for finite canonical a and b.
+void addMagnitudes(QQ& r, const QQ& a, const QQ& b, bool positive) {
+  Registers& s = registers();
+  if (isOne(a.nenner) && isOne(b.nenner)) {
+    mpz_add(s.g, a.ganze.value, b.ganze.value);
+    mpz_set_ui(s.z, 0);
+    mpz_set_ui(s.n, 1);
+    takeRegisters(r, s, positive);
+    return;
+  }
+  const bool mayShare = combineFractions(s, a, b, false);
+  mpz_add(s.g, a.ganze.value, b.ganze.value);
+  if (mpz_cmp(s.z, s.n) >= 0) {
+    mpz_sub(s.z, s.z, s.n);
+    mpz_add_ui(s.g, s.g, 1);
+  }
+  reduceFraction(s, mayShare);
+  takeRegisters(r, s, positive);
+}
+
+// r = |a| - |b|, negated when `negated`, for finite canonical a and b.
+void subMagnitudes(QQ& r, const QQ& a, const QQ& b, bool negated) {
+  Registers& s = registers();
+  if (isOne(a.nenner) && isOne(b.nenner)) {
+    mpz_sub(s.g, a.ganze.value, b.ganze.value);
+    const bool nonNegative = mpz_sgn(s.g) >= 0;
+    mpz_abs(s.g, s.g);
+    mpz_set_ui(s.z, 0);
+    mpz_set_ui(s.n, 1);
+    takeRegisters(r, s, nonNegative != negated);
+    return;
+  }
+  const bool mayShare = combineFractions(s, a, b, true);
+  mpz_sub(s.g, a.ganze.value, b.ganze.value);
+  if (mpz_sgn(s.z) < 0) {
+    mpz_add(s.z, s.z, s.n);
+    mpz_sub_ui(s.g, s.g, 1);
+  }
+  // Now the difference is g + z/n with 0 <= z < n; a negative g turns into a magnitude.
+  bool nonNegative = true;
+  if (mpz_sgn(s.g) < 0) {
+    nonNegative = false;
+    mpz_neg(s.g, s.g);
+    if (mpz_sgn(s.z) != 0) {
+      mpz_sub_ui(s.g, s.g, 1);
+      mpz_sub(s.z, s.n, s.z);
+    }
+  }
+  reduceFraction(s, mayShare);
+  takeRegisters(r, s, nonNegative != negated);
+}
+
+// a + b where b carries the sign bPositive (so subtraction is a + (-b)); r may alias a or b.
+void addSigned(QQ& r, const QQ& a, const QQ& b, bool bPositive) {
+  if (a.isInf || b.isInf) {
+    if (a.isInf && b.isInf) {
+      if (a.isPositive != bPositive) reportFailure(messages::kInfMinusInf);
+      setInfinity(r, a.isPositive);
+    } else if (a.isInf) {
+      setInfinity(r, a.isPositive);
+    } else {
+      setInfinity(r, bPositive);
+    }
+    return;
+  }
+  if (a.isPositive == bPositive) {
+    addMagnitudes(r, a, b, a.isPositive);
+  } else {
+    subMagnitudes(r, a, b, !a.isPositive);
+  }
+}
+
+// s.t = ganze · nenner + zaehler, the numerator of |x| as an improper fraction.
+void improperNumerator(mpz_ptr target, const QQ& x) {
+  mpz_mul(target, x.ganze.value, x.nenner.value);
+  mpz_add(target, target, x.zaehler.value);
+}
+
+// Sets s.g, s.z, s.n to the mixed form of num / den (positive, coprime).
+void splitImproper(Registers& s, mpz_srcptr num, mpz_srcptr den) {
+  if (mpz_cmp_ui(den, 1) == 0) {
+    mpz_set(s.g, num);
+    mpz_set_ui(s.z, 0);
+    mpz_set_ui(s.n, 1);
+    return;
+  }
+  mpz_fdiv_qr(s.g, s.z, num, den);
+  mpz_set(s.n, den);
+}
+
+// Divides x and y by their gcd, kept in `common`.
+void cancel(mpz_ptr x, mpz_ptr y, mpz_ptr common) {
+  mpz_gcd(common, x, y);
+  if (mpz_cmp_ui(common, 1) != 0) {
+    mpz_divexact(x, x, common);
+    mpz_divexact(y, y, common);
+  }
+}
+
+// |a| · |b| for finite, non-zero, canonical operands: the improper fractions cross-cancelled.
+void mulMagnitudes(QQ& r, const QQ& a, const QQ& b, bool positive) {
+  Registers& s = registers();
+  if (isOne(a.nenner) && isOne(b.nenner)) {
+    mpz_mul(s.g, a.ganze.value, b.ganze.value);
+    mpz_set_ui(s.z, 0);
+    mpz_set_ui(s.n, 1);
+    takeRegisters(r, s, positive);
+    return;
+  }
+  // t/n1 · u/n2 with n1 in s.d's place kept as copies: both numerators are coprime to their own
+  // denominators, so cancelling crosswise leaves the product reduced.
+  improperNumerator(s.t, a);
+  improperNumerator(s.u, b);
+  mpz_set(s.z, a.nenner.value);
+  mpz_set(s.n, b.nenner.value);
+  if (!isOne(b.nenner)) cancel(s.t, s.n, s.d);
+  if (!isOne(a.nenner)) cancel(s.u, s.z, s.d);
+  mpz_mul(s.t, s.t, s.u);
+  mpz_mul(s.u, s.z, s.n);
+  splitImproper(s, s.t, s.u);
+  takeRegisters(r, s, positive);
+}
+
+// |a| / |b| for finite, non-zero, canonical operands.
+void divMagnitudes(QQ& r, const QQ& a, const QQ& b, bool positive) {
+  Registers& s = registers();
+  // (ta / na) / (tb / nb) = (ta · nb) / (na · tb), cancelled crosswise.
+  improperNumerator(s.t, a);
+  improperNumerator(s.u, b);
+  mpz_set(s.z, a.nenner.value);
+  mpz_set(s.n, b.nenner.value);
+  cancel(s.t, s.u, s.d);
+  if (!isOne(a.nenner) && !isOne(b.nenner)) cancel(s.z, s.n, s.d);
+  mpz_mul(s.t, s.t, s.n);
+  mpz_mul(s.u, s.z, s.u);
+  splitImproper(s, s.t, s.u);
+  takeRegisters(r, s, positive);
+}
+
+// The product as the sum of the four terms of the mixed parts, each shortened to digitLimit
+// digits first: only used while shortenProducts is on, since it changes the value then.
+void mulShortened(QQ& r, const QQ& a, const QQ& b) {
+  const ZZ ga = signedGanze(a);
+  const ZZ za = signedZaehler(a);
+  const ZZ gb = signedGanze(b);
+  const ZZ zb = signedZaehler(b);
+  const QQ t1(ga * gb);
+  QQ t2(ga * zb, b.nenner);
+  QQ t3(gb * za, a.nenner);
+  QQ t4(za * zb, a.nenner * b.nenner);
+  for (QQ* t : {&t4, &t3, &t2}) {
+    limitDigits(*t, digitLimit, true);
+    normalize(*t);
+  }
+  QQ sum = t1 + t2;
+  sum += t3;
+  sum += t4;
+  r = std::move(sum);
+  normalize(r);
+}
+
+}  // namespace
+
+QQ::QQ() : isInf(false), isPositive(true), ganze(), zaehler(), nenner(1ul) {}
+
+QQ::QQ(bool positive) : isInf(true), isPositive(positive), ganze(1ul), zaehler(), nenner(1ul) {}
+
+QQ::QQ(long v) : isInf(false), isPositive(v >= 0), ganze(), zaehler(), nenner(1ul) {
+  // The magnitude is taken in unsigned arithmetic so that LONG_MIN does not overflow.
+  const unsigned long magnitude =
+      v >= 0 ? static_cast<unsigned long>(v) : 0ul - static_cast<unsigned long>(v);
+  mpz_set_ui(ganze.value, magnitude);
+}
+
+QQ::QQ(int v) : QQ(static_cast<long>(v)) {}
+
+QQ::QQ(const ZZ& z) : isInf(false), isPositive(z.sign() >= 0), ganze(z), zaehler(), nenner(1ul) {
+  abs(ganze);
+}
+
+QQ::QQ(ZZ&& z)
+    : isInf(false), isPositive(z.sign() >= 0), ganze(std::move(z)), zaehler(), nenner(1ul) {
+  abs(ganze);
+}
+
+QQ::QQ(const ZZ& numerator, const ZZ& denominator)
+    : isInf(false), isPositive(true), ganze(), zaehler(numerator), nenner(denominator) {
+  if (zaehler.sign() < 0) {
+    isPositive = !isPositive;
+    abs(zaehler);
+  }
+  if (nenner.sign() < 0) {
+    isPositive = !isPositive;
+    abs(nenner);
+  }
+  normalize(*this);
+}
+
+QQ::QQ(ZZ&& numerator, ZZ&& denominator)
+    : isInf(false),
+      isPositive(true),
+      ganze(),
+      zaehler(std::move(numerator)),
+      nenner(std::move(denominator)) {
+  if (zaehler.sign() < 0) {
+    isPositive = !isPositive;
+    abs(zaehler);
+  }
+  if (nenner.sign() < 0) {
+    isPositive = !isPositive;
+    abs(nenner);
+  }
+  normalize(*this);
+}
+
+QQ::QQ(long numerator, long denominator) : QQ(ZZ(numerator), ZZ(denominator)) {}
+
+QQ QQ::zero() {
+  static const QQ kZero;
+  return kZero;
+}
+
+QQ QQ::one() {
+  static const QQ kOne(1L);
+  return kOne;
+}
+
+QQ QQ::two() {
+  static const QQ kTwo(2L);
+  return kTwo;
+}
+
+QQ QQ::half() {
+  static const QQ kHalf = one() / two();
+  return kHalf;
+}
+
+const QQ& QQ::infinity() {
+  static const QQ kInfinity(true);
+  return kInfinity;
+}
+
+const QQ& QQ::minusInfinity() {
+  static const QQ kMinusInfinity(false);
+  return kMinusInfinity;
+}
+
+QQ& QQ::operator+=(const QQ& b) { return add(*this, *this, b); }
+QQ& QQ::operator-=(const QQ& b) { return sub(*this, *this, b); }
+QQ& QQ::operator*=(const QQ& b) { return mul(*this, *this, b); }
+QQ& QQ::operator/=(const QQ& b) { return div(*this, *this, b); }
+
+QQ QQ::operator--(int) {
+  static const QQ kOne(1L);
+  QQ old(*this);
+  sub(*this, *this, kOne);
+  return old;
+}
+
+QQ& add(QQ& r, const QQ& a, const QQ& b) {
+  addSigned(r, a, b, b.isPositive);
+  return r;
+}
+
+QQ& sub(QQ& r, const QQ& a, const QQ& b) {
+  addSigned(r, a, b, !b.isPositive);
+  return r;
+}
+
+QQ& mul(QQ& r, const QQ& a, const QQ& b) {
+  if (a.isInf) {
+    if (b.isZero()) reportFailure(messages::kInfTimesZero);
+    setInfinity(r, a.isPositive == b.isPositive);
+    return r;
+  }
+  if (b.isInf) {
+    if (a.isZero()) reportFailure(messages::kZeroTimesInf);
+    setInfinity(r, a.isPositive == b.isPositive);
+    return r;
+  }
+  if (a.isZero() || b.isZero()) {
+    setZero(r);
+    return r;
+  }
+  if (shortenProducts) {
+    mulShortened(r, a, b);
+  } else {
+    mulMagnitudes(r, a, b, a.isPositive == b.isPositive);
+  }
+  return r;
+}
+
+QQ& div(QQ& r, const QQ& a, const QQ& b) {
+  if (a.isInf) {
+    if (b.isInf) reportFailure(messages::kInfOverInf);
+    setInfinity(r, a.isPositive == b.isPositive);
+    return r;
+  }
+  if (b.isInf) {
+    setZero(r);
+    return r;
+  }
+  if (b.isZero()) {
+    if (a.isZero()) reportFailure(messages::kZeroOverZero);
+    setInfinity(r, a.isPositive);
+    return r;
+  }
+  if (a.isZero()) {
+    setZero(r);
+    return r;
+  }
+  divMagnitudes(r, a, b, a.isPositive == b.isPositive);
+  return r;
+}
+
+std::int64_t compare(const QQ& a, const QQ& b) {
+  if (&a == &b) return 0;
+  if (a.isPositive != b.isPositive) return a.isPositive ? 1 : -1;
+  if (a.isInf || b.isInf) {
+    if (a.isInf && b.isInf) return 0;
+    if (b.isInf) return a.isPositive ? -1 : 1;
+    return a.isPositive ? 1 : -1;
+  }
+  std::int16_t c = static_cast<std::int16_t>(cmp(a.ganze, b.ganze));
+  if (c == 0) {
+    // The numerators over the least common denominator, as commonDenominator forms them; equal
+    // denominators are the common denominator themselves.
+    if (mpz_cmp(a.nenner.value, b.nenner.value) == 0) {
+      c = static_cast<std::int16_t>(mpz_cmp(a.zaehler.value, b.zaehler.value));
+    } else {
+      Registers& s = registers();
+      mpz_gcd(s.d, a.nenner.value, b.nenner.value);
+      mpz_divexact(s.t, b.nenner.value, s.d);
+      mpz_mul(s.t, s.t, a.zaehler.value);
+      mpz_divexact(s.u, a.nenner.value, s.d);
+      mpz_mul(s.u, s.u, b.zaehler.value);
+      c = static_cast<std::int16_t>(mpz_cmp(s.t, s.u));
+    }
+  }
+  return a.isPositive ? c : -static_cast<std::int64_t>(c);
+}
+
+QQ operator-(const QQ& a) {
+  QQ r(a);
+  if (!r.isZero()) r.isPositive = !r.isPositive;
+  return r;
+}
+
+QQ operator-(QQ&& a) {
+  QQ r(std::move(a));
+  if (!r.isZero()) r.isPositive = !r.isPositive;
+  return r;
+}
+
+QQ operator+(const QQ& a, const QQ& b) {
+  QQ r;
+  add(r, a, b);
+  return r;
+}
+
+QQ operator-(const QQ& a, const QQ& b) {
+  QQ r;
+  sub(r, a, b);
+  return r;
+}
+
+QQ operator*(const QQ& a, const QQ& b) {
+  QQ r;
+  mul(r, a, b);
+  return r;
+}
+
+QQ operator/(const QQ& a, const QQ& b) {
+  QQ r;
+  div(r, a, b);
+  return r;
+}
+
+bool operator==(const QQ& a, const QQ& b) { return compare(a, b) == 0; }
+bool operator!=(const QQ& a, const QQ& b) { return compare(a, b) != 0; }
+bool operator<(const QQ& a, const QQ& b) { return compare(a, b) < 0; }
+bool operator<=(const QQ& a, const QQ& b) { return compare(a, b) <= 0; }
+bool operator>(const QQ& a, const QQ& b) { return compare(a, b) > 0; }
+bool operator>=(const QQ& a, const QQ& b) { return compare(a, b) >= 0; }
+
+ZZ signedGanze(const QQ& x) {
+  ZZ r(x.ganze);
+  if (!x.isPositive) negate(r);
+  return r;
+}
+
+ZZ signedZaehler(const QQ& x) {
+  ZZ r(x.zaehler);
+  if (!x.isPositive) negate(r);
+  return r;
+}
+
+QQ& normalize(QQ& x) {
+  if (x.ganze.sign() < 0 || x.zaehler.sign() < 0 || x.nenner.sign() < 0) {
+    reportFailure(messages::kSignInField);
+  }
+  if (x.isInf) return x;
+  if (x.zaehler.isZero()) {
+    mpz_set_ui(x.nenner.value, 1);
+    if (x.ganze.isZero()) x.isPositive = true;
+    return x;
+  }
+  Registers& s = registers();
+  if (mpz_cmp(x.zaehler.value, x.nenner.value) >= 0) {
+    mpz_fdiv_qr(s.t, x.zaehler.value, x.zaehler.value, x.nenner.value);
+    mpz_add(x.ganze.value, x.ganze.value, s.t);
+  }
+  if (x.zaehler.isZero()) {
+    mpz_set_ui(x.nenner.value, 1);
+    return x;
+  }
+  cancel(x.zaehler.value, x.nenner.value, s.t);
+  return x;
+}
+
+void commonDenominator(ZZ& a_z, ZZ& b_z, ZZ& common, const QQ& a, const QQ& b) {
+  if (&a_z == &b_z || &a_z == &common || &b_z == &common) {
+    reportFailure(messages::kSameAddress);
+  }
+  if (a.isInf || b.isInf) reportFailure(messages::kInfinityInCommonDenominator);
+  // The outputs may be fields of a or b, so everything is read before anything is written.
+  ZZ g;
+  mpz_gcd(g.value, a.nenner.value, b.nenner.value);
+  ZZ lcm;
+  mpz_mul(lcm.value, a.nenner.value, b.nenner.value);
+  mpz_fdiv_q(lcm.value, lcm.value, g.value);
+  ZZ az;
+  mpz_fdiv_q(az.value, lcm.value, a.nenner.value);
+  mpz_mul(az.value, az.value, a.zaehler.value);
+  ZZ bz;
+  mpz_fdiv_q(bz.value, lcm.value, b.nenner.value);
+  mpz_mul(bz.value, bz.value, b.zaehler.value);
+  a_z = std::move(az);
+  b_z = std::move(bz);
+  common = std::move(lcm);
+}
+
+QQ& limitDigits(QQ& x, long maxDigits, bool keepLeading) {
+  const long dn = digitCount(x.nenner);
+  if (maxDigits >= dn) return x;
+  const long excess = dn - maxDigits;
+  const long dz = digitCount(x.zaehler);
+  if (excess < dz) {
+    dropLastDigits(x.zaehler, excess);
+    dropLastDigits(x.nenner, excess);
+    return x;
+  }
+  if (keepLeading) {
+    dropLastDigits(x.zaehler, dz - 1);
+    ZZ oldNenner(x.nenner);
+    appendZeros(dropLastDigits(x.nenner, excess), excess + 1 - dz);
+    dropLastDigits(oldNenner, dz - 1);
+    if (x.nenner != oldNenner) return x;
+  }
+  mpz_set_ui(x.zaehler.value, 0);
+  mpz_set_ui(x.nenner.value, 1);
+  return x;
+}
+
+}  // namespace lpconv

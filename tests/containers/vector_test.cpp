@@ -156,7 +156,7 @@ TEST(VectorLongDeathTest, TruncatedInputNeverHangs) {
 
 TEST(VectorLongTest, GrowsInStepsOfAHundred) {
   std::string text = "[";
-  for (int i = 1; i <= 150; ++i) text += " " + std::to_string(i);
+  for (int i = 1; i <= 150; ++i) text.append(" ").append(std::to_string(i));
   text += " ]";
   Vector<long> v;
   std::istringstream in(text);

@@ -106,9 +106,10 @@ bool readDecimal(std::string_view text, QQ& r) {
       setFinite(r, positive, mantissa * kPowersOfTen[scale], 0, 1);
       return true;
     }
-    setFinite(r, positive, 0, 0, 1);
-    mpz_ui_pow_ui(r.ganze.value, 10, static_cast<unsigned long>(scale));
-    mpz_mul_ui(r.ganze.value, r.ganze.value, mantissa);
+    setFinite(r, positive, mantissa, 0, 1);
+    ZZ scaleFactor;
+    mpz_ui_pow_ui(scaleFactor.value, 10, static_cast<unsigned long>(scale));
+    mpz_mul(r.ganze.value, r.ganze.value, scaleFactor.value);
     return true;
   }
   const long places = -scale;

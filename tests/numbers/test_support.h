@@ -87,6 +87,16 @@ inline ::testing::AssertionResult equalsRational(const QQ& x, const mpq_t r) {
   return ::testing::AssertionSuccess();
 }
 
+// The exact standard-error text of a failure report, as an anchored regular expression.
+inline std::string failurePattern(const char* message) {
+  std::string pattern = "^\n\\*\\*\\* FAIL: ";
+  for (const char* p = message; *p != '\0'; ++p) {
+    if (std::string("\\^$.|?*+()[]{}").find(*p) != std::string::npos) pattern += '\\';
+    pattern += *p;
+  }
+  return pattern + "\n$";
+}
+
 // Random integers of a chosen bit size (0 to maxBits), biased towards small and one-limb values
 // where the fast paths live.
 class RandomNumbers {

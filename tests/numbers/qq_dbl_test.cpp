@@ -55,20 +55,63 @@ QQ exactValue(dbl_t value) {
 
 std::vector<dbl_t> sampleValues(std::uint64_t seed, int count) {
   testing::RandomNumbers random(seed);
-  std::vector<dbl_t> values = {
-      0.0L, -0.0L, 0.1L, 0.1, 2.5, 3, -3, 1e17L, 99999999999999999.0L, 1e17L - 1, 1e16L,
-      123456789012345678.0L, 1e-5, 1e300, -1e-300, 1000000000000000.25, 1000000000000000.75,
-      100000000000000005.0L, 100000000000000015.0L, DBL_MAX, DBL_MIN, DBL_TRUE_MIN, LDBL_MAX,
-      LDBL_MIN, LDBL_TRUE_MIN, -LDBL_TRUE_MIN, 0.5, 1.0L / 3, 2.0 / 3, 9.5e-5, 12345.678,
-      static_cast<dbl_t>(std::numeric_limits<long>::max()), -9223372036854775808.0L};
-  const char* decimals[] = {"0.3", "1.7", "-12.25", "1e-7", "3.14159", "2.5e10", "0.000123",
-                            "-987654.321", "7e22", "1.5e-300", "6.02214076e23"};
+  std::vector<dbl_t> values = {0.0L,
+                               -0.0L,
+                               0.1L,
+                               0.1,
+                               2.5,
+                               3,
+                               -3,
+                               1e17L,
+                               99999999999999999.0L,
+                               1e17L - 1,
+                               1e16L,
+                               123456789012345678.0L,
+                               1e-5,
+                               1e300,
+                               -1e-300,
+                               1000000000000000.25,
+                               1000000000000000.75,
+                               100000000000000005.0L,
+                               100000000000000015.0L,
+                               DBL_MAX,
+                               DBL_MIN,
+                               DBL_TRUE_MIN,
+                               LDBL_MAX,
+                               LDBL_MIN,
+                               LDBL_TRUE_MIN,
+                               -LDBL_TRUE_MIN,
+                               0.5,
+                               1.0L / 3,
+                               2.0 / 3,
+                               9.5e-5,
+                               12345.678,
+                               static_cast<dbl_t>(std::numeric_limits<long>::max()),
+                               -9223372036854775808.0L};
+  const char* decimals[] = {"0.3",     "1.7",      "-12.25",       "1e-7",
+                            "3.14159", "2.5e10",   "0.000123",     "-987654.321",
+                            "7e22",    "1.5e-300", "6.02214076e23"};
   for (const char* d : decimals) {
     values.push_back(std::strtod(d, nullptr));
     values.push_back(std::strtold(d, nullptr));
   }
+  for (int k = -40; k <= 40; ++k) {  // powers of ten and their neighbours
+    const std::string text = "1e" + std::to_string(k);
+    const dbl_t p = std::strtold(text.c_str(), nullptr);
+    const double d = std::strtod(text.c_str(), nullptr);
+    for (const dbl_t v : {p, std::nextafter(p, 0.0L), std::nextafter(p, 2 * p),
+                          static_cast<dbl_t>(d), static_cast<dbl_t>(std::nextafter(d, 0.0))}) {
+      values.push_back(v);
+    }
+  }
   for (int i = 0; i < count; ++i) {
-    switch (random.below(5)) {
+    switch (random.below(6)) {
+      case 5: {  // a 17-digit integer plus one half: a tie at the 17th digit
+        const auto whole =
+            static_cast<std::int64_t>(10000000000000000 + random.below(90000000000000000));
+        values.push_back(static_cast<dbl_t>(whole) + 0.5L);
+        break;
+      }
       case 0: {  // any double
         std::uint64_t bits = random.engine()();
         double d;
@@ -123,8 +166,8 @@ TEST(QQFromDblTest, ListedValues) {
 }
 
 TEST(QQFromDblTest, NanThrowsLikeTheParser) {
-  for (const dbl_t nan : {std::numeric_limits<dbl_t>::quiet_NaN(),
-                          -std::numeric_limits<dbl_t>::quiet_NaN()}) {
+  for (const dbl_t nan :
+       {std::numeric_limits<dbl_t>::quiet_NaN(), -std::numeric_limits<dbl_t>::quiet_NaN()}) {
     try {
       fromDbl(nan);
       ADD_FAILURE() << "no exception";
@@ -136,7 +179,7 @@ TEST(QQFromDblTest, NanThrowsLikeTheParser) {
 }
 
 TEST(QQFromDblTest, AgreesWithTheStreamTextRoute) {
-  for (const dbl_t value : sampleValues(301, 6000)) {
+  for (const dbl_t value : sampleValues(301, 20000)) {
     ASSERT_TRUE(sameFields(fromDbl(value), throughStream(value)))
         << static_cast<double>(value) << " / " << std::hexfloat << value;
   }
@@ -164,9 +207,8 @@ TEST(QQToDblTest, ResultIsTheNearestLongDouble) {
     ASSERT_TRUE(std::isfinite(r)) << toString(x);
     const QQ distance = x - exactValue(r);
     const QQ absDistance = distance.isPositive ? distance : -distance;
-    for (const dbl_t neighbour :
-         {std::nextafter(r, std::numeric_limits<dbl_t>::infinity()),
-          std::nextafter(r, -std::numeric_limits<dbl_t>::infinity())}) {
+    for (const dbl_t neighbour : {std::nextafter(r, std::numeric_limits<dbl_t>::infinity()),
+                                  std::nextafter(r, -std::numeric_limits<dbl_t>::infinity())}) {
       const QQ other = x - exactValue(neighbour);
       const QQ absOther = other.isPositive ? other : -other;
       ASSERT_LE(compare(absDistance, absOther), 0) << toString(x);

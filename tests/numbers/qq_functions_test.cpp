@@ -22,14 +22,22 @@ struct RoundingCase {
 
 TEST(QQRoundingTest, FloorCeilRound) {
   const RoundingCase cases[] = {
-      {QQ(7, 2), "3", "4", "4"},       {QQ(-7, 2), "-4", "-3", "-4"},
-      {QQ(-3), "-3", "-3", "-3"},      {QQ(0), "0", "0", "0"},
-      {QQ(5), "5", "5", "5"},          {QQ(5, 2), "2", "3", "3"},
-      {QQ(-5, 2), "-3", "-2", "-3"},   {QQ(7, 3), "2", "3", "2"},
-      {QQ(-7, 3), "-3", "-2", "-2"},   {QQ(1, 2), "0", "1", "1"},
-      {QQ(-1, 2), "-1", "0", "-1"},    {QQ(-2, 5), "-1", "0", "0"},
-      {QQ(2, 5), "0", "1", "0"},       {QQ(99, 100), "0", "1", "1"},
-      {inf(), "inf", "inf", "inf"},    {minf(), "-inf", "-inf", "-inf"},
+      {QQ(7, 2), "3", "4", "4"},
+      {QQ(-7, 2), "-4", "-3", "-4"},
+      {QQ(-3), "-3", "-3", "-3"},
+      {QQ(0), "0", "0", "0"},
+      {QQ(5), "5", "5", "5"},
+      {QQ(5, 2), "2", "3", "3"},
+      {QQ(-5, 2), "-3", "-2", "-3"},
+      {QQ(7, 3), "2", "3", "2"},
+      {QQ(-7, 3), "-3", "-2", "-2"},
+      {QQ(1, 2), "0", "1", "1"},
+      {QQ(-1, 2), "-1", "0", "-1"},
+      {QQ(-2, 5), "-1", "0", "0"},
+      {QQ(2, 5), "0", "1", "0"},
+      {QQ(99, 100), "0", "1", "1"},
+      {inf(), "inf", "inf", "inf"},
+      {minf(), "-inf", "-inf", "-inf"},
       {QQ(ZZ("-100000000000000000000000000001"), ZZ(10L)), "-10000000000000000000000000001",
        "-10000000000000000000000000000", "-10000000000000000000000000000"},
   };
@@ -56,9 +64,9 @@ struct RemainderCase {
 
 TEST(QQRoundingTest, Remainder) {
   const RemainderCase cases[] = {
-      {QQ(5), QQ(3), "-1"},          {QQ(7), QQ(2), "-1"},   {QQ(6), QQ(3), "0"},
-      {QQ(-5), QQ(3), "1"},          {QQ(5), QQ(-3), "-1"},  {QQ(1), QQ(3), "1"},
-      {QQ(7, 2), QQ(1, 3), "-1/6"},   {QQ(-7, 2), QQ(1), "1/2"},
+      {QQ(5), QQ(3), "-1"},         {QQ(7), QQ(2), "-1"},      {QQ(6), QQ(3), "0"},
+      {QQ(-5), QQ(3), "1"},         {QQ(5), QQ(-3), "-1"},     {QQ(1), QQ(3), "1"},
+      {QQ(7, 2), QQ(1, 3), "-1/6"}, {QQ(-7, 2), QQ(1), "1/2"},
   };
   for (const RemainderCase& c : cases) {
     EXPECT_EQ(toString(remainder(c.a, c.b)), c.remainder)
@@ -79,8 +87,8 @@ TEST(QQRoundingDeathTest, RemainderByZeroReachesTheInfinityRules) {
   ZZ scale;
   mpz_ui_pow_ui(scale.value, 10, static_cast<unsigned long>(digits));
   if (compare(magnitude, QQ(ZZ(1L), scale)) > 0) {
-    return ::testing::AssertionFailure() << toString(a) << " is not within 1e-" << digits << " of "
-                                         << expected;
+    return ::testing::AssertionFailure()
+           << toString(a) << " is not within 1e-" << digits << " of " << expected;
   }
   return ::testing::AssertionSuccess();
 }
@@ -93,10 +101,9 @@ struct ExactRootCase {
 
 TEST(QQRootTest, ExactRootsAndSpecialCases) {
   const ExactRootCase cases[] = {
-      {QQ(-8), 3, "-2"},     {QQ(4), 2, "2"},          {QQ(1, 4), 2, "1/2"},
-      {QQ(8, 27), 3, "2/3"}, {QQ(4), -2, "1/2"},       {QQ(-8), -3, "-1/2"},
-      {QQ(1000), 3, "10"},   {QQ(7, 3), 1, "2:1/3"},   {inf(), 3, "inf"},
-      {minf(), 3, "-inf"},   {QQ(0), 5, "0"},          {QQ(81, 16), 4, "1:1/2"},
+      {QQ(-8), 3, "-2"},  {QQ(4), 2, "2"},      {QQ(1, 4), 2, "1/2"}, {QQ(8, 27), 3, "2/3"},
+      {QQ(4), -2, "1/2"}, {QQ(-8), -3, "-1/2"}, {QQ(1000), 3, "10"},  {QQ(7, 3), 1, "2:1/3"},
+      {inf(), 3, "inf"},  {minf(), 3, "-inf"},  {QQ(0), 5, "0"},      {QQ(81, 16), 4, "1:1/2"},
       {inf(), -3, "0"},
   };
   for (const ExactRootCase& c : cases) {
@@ -150,14 +157,30 @@ struct PowerCase {
 
 TEST(QQPowerTest, ExactAndInfiniteCases) {
   const PowerCase cases[] = {
-      {QQ(2), QQ(10), "1024"},        {QQ(2), QQ(-3), "1/8"},      {QQ(2, 3), QQ(3), "8/27"},
-      {QQ(-2), QQ(3), "-8"},          {QQ(-2), QQ(2), "4"},        {QQ(10), QQ(-5), "1/100000"},
-      {QQ(0), QQ(0), "1"},            {QQ(7, 3), QQ(0), "1"},      {QQ(4), QQ(1, 2), "2"},
-      {QQ(8), QQ(2, 3), "4"},         {QQ(-8), QQ(1, 3), "-2"},    {QQ(4), QQ(3, 2), "8"},
-      {QQ(1, 4), QQ(-3, 2), "8"},     {QQ(2), inf(), "inf"},       {QQ(1, 2), inf(), "0"},
-      {QQ(1), inf(), "1"},            {QQ(2), minf(), "0"},        {QQ(1, 2), minf(), "inf"},
-      {inf(), QQ(2), "inf"},          {minf(), QQ(3), "-inf"},     {minf(), QQ(2), "inf"},
-      {inf(), QQ(0), "1"},            {QQ(0), QQ(-1), "inf"},      {QQ(0), QQ(5), "0"},
+      {QQ(2), QQ(10), "1024"},
+      {QQ(2), QQ(-3), "1/8"},
+      {QQ(2, 3), QQ(3), "8/27"},
+      {QQ(-2), QQ(3), "-8"},
+      {QQ(-2), QQ(2), "4"},
+      {QQ(10), QQ(-5), "1/100000"},
+      {QQ(0), QQ(0), "1"},
+      {QQ(7, 3), QQ(0), "1"},
+      {QQ(4), QQ(1, 2), "2"},
+      {QQ(8), QQ(2, 3), "4"},
+      {QQ(-8), QQ(1, 3), "-2"},
+      {QQ(4), QQ(3, 2), "8"},
+      {QQ(1, 4), QQ(-3, 2), "8"},
+      {QQ(2), inf(), "inf"},
+      {QQ(1, 2), inf(), "0"},
+      {QQ(1), inf(), "1"},
+      {QQ(2), minf(), "0"},
+      {QQ(1, 2), minf(), "inf"},
+      {inf(), QQ(2), "inf"},
+      {minf(), QQ(3), "-inf"},
+      {minf(), QQ(2), "inf"},
+      {inf(), QQ(0), "1"},
+      {QQ(0), QQ(-1), "inf"},
+      {QQ(0), QQ(5), "0"},
       {QQ(10), QQ(20), "100000000000000000000"},
   };
   for (const PowerCase& c : cases) {

@@ -71,9 +71,9 @@ struct FractionCase {
 
 TEST(QQConstructTest, FractionsAreNormalisedAndSignsCombined) {
   const FractionCase cases[] = {
-      {6, -4, {false, "1", "1", "2"}}, {0, -5, {true, "0", "0", "1"}},
-      {-6, -4, {true, "1", "1", "2"}}, {-6, 4, {false, "1", "1", "2"}},
-      {4, 2, {true, "2", "0", "1"}},   {1, 3, {true, "0", "1", "3"}},
+      {6, -4, {false, "1", "1", "2"}},   {0, -5, {true, "0", "0", "1"}},
+      {-6, -4, {true, "1", "1", "2"}},   {-6, 4, {false, "1", "1", "2"}},
+      {4, 2, {true, "2", "0", "1"}},     {1, 3, {true, "0", "1", "3"}},
       {-14, 21, {false, "0", "2", "3"}}, {0, 0, {true, "0", "0", "1"}},
       {100, 7, {true, "14", "2", "7"}},
   };
@@ -179,8 +179,8 @@ void differential(Op op, std::uint64_t seed) {
         break;
     }
     oracle(op, expected.value, ra.value, rb.value);
-    ASSERT_TRUE(testing::equalsRational(*result, expected.value)) << context << " aliasing "
-                                                                 << aliasing;
+    ASSERT_TRUE(testing::equalsRational(*result, expected.value))
+        << context << " aliasing " << aliasing;
     ASSERT_TRUE(isCanonical(*result)) << context;
   }
 }
@@ -252,10 +252,10 @@ struct CompareCase {
 
 TEST(QQCompareTest, ListedCases) {
   const CompareCase cases[] = {
-      {inf(), inf(), 0},       {minf(), minf(), 0},  {minf(), q(-5), -1}, {q(1, 3), q(1, 2), -1},
-      {q(-1, 3), q(-1, 2), 1}, {q(5), inf(), -1},    {q(-5), inf(), -1},  {inf(), q(5), 1},
-      {minf(), inf(), -1},     {q(0), q(0, -3), 0},  {q(7, 2), q(10, 3), 1},
-      {q(-7, 2), q(-10, 3), -1},
+      {inf(), inf(), 0},      {minf(), minf(), 0},     {minf(), q(-5), -1},
+      {q(1, 3), q(1, 2), -1}, {q(-1, 3), q(-1, 2), 1}, {q(5), inf(), -1},
+      {q(-5), inf(), -1},     {inf(), q(5), 1},        {minf(), inf(), -1},
+      {q(0), q(0, -3), 0},    {q(7, 2), q(10, 3), 1},  {q(-7, 2), q(-10, 3), -1},
   };
   for (const CompareCase& c : cases) {
     const std::int64_t result = compare(c.a, c.b);
@@ -368,7 +368,8 @@ TEST(QQNormalizeTest, BringsFieldsIntoCanonicalForm) {
 }
 
 TEST(QQNormalizeDeathTest, NegativeFieldIsFatal) {
-  const char* message = "A ganze / zaehler / nenner sign has been set, though it should not be used";
+  const char* message =
+      "A ganze / zaehler / nenner sign has been set, though it should not be used";
   for (int field = 0; field < 3; ++field) {
     QQ x(7, 3);
     ZZ& target = field == 0 ? x.ganze : field == 1 ? x.zaehler : x.nenner;
@@ -395,7 +396,8 @@ TEST(QQArithmeticDeathTest, UndefinedOperationsAreFatal) {
               failurePattern("qq: 0 * INF is not defined!"));
   EXPECT_EXIT(div(r, inf(), minf()), ::testing::ExitedWithCode(1),
               failurePattern("qq: oo / oo is not defined"));
-  EXPECT_EXIT(div(r, q(0), q(0)), ::testing::ExitedWithCode(1), failurePattern("0 / 0 is not defined"));
+  EXPECT_EXIT(div(r, q(0), q(0)), ::testing::ExitedWithCode(1),
+              failurePattern("0 / 0 is not defined"));
 }
 
 TEST(QQCommonDenominatorTest, RewritesBothFractions) {
@@ -427,9 +429,10 @@ TEST(QQCommonDenominatorDeathTest, SameOutputOrInfinityIsFatal) {
   EXPECT_EXIT(commonDenominator(x, y, x, q(1, 2), q(1, 3)), ::testing::ExitedWithCode(1),
               failurePattern("QQ: The ZZs have the same address"));
   ZZ z;
-  EXPECT_EXIT(commonDenominator(x, y, z, q(1, 2), inf()), ::testing::ExitedWithCode(1),
-              failurePattern("a_z, b_z can not be set to ZZ::INF -- isInf is logic only available in QQ "
-                    "class"));
+  EXPECT_EXIT(
+      commonDenominator(x, y, z, q(1, 2), inf()), ::testing::ExitedWithCode(1),
+      failurePattern("a_z, b_z can not be set to ZZ::INF -- isInf is logic only available in QQ "
+                     "class"));
 }
 
 struct LimitCase {
@@ -479,8 +482,8 @@ TEST_F(ShortenedProducts, SwitchShortensTheFractionTerms) {
   const QQ a(ZZ("100000000000"), ZZ("99999999999"));  // 1:1/99999999999
   ASSERT_FALSE(shortenProducts);
   const QQ exact = a * a;
-  EXPECT_EQ(toString(exact), toString(QQ(ZZ("10000000000000000000000"),
-                                         ZZ("9999999999800000000001"))));
+  EXPECT_EQ(toString(exact),
+            toString(QQ(ZZ("10000000000000000000000"), ZZ("9999999999800000000001"))));
   shortenProducts = true;
   const QQ shortened = a * a;
   // The fraction term 1/(99999999999^2) keeps its leading digit over the denominator with its

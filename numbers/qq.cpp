@@ -1,7 +1,10 @@
 #include "numbers/qq.h"
 
+#include <cstdint>
+#include <numeric>
 #include <utility>
 
+#include "numbers/internal/wide_int.h"
 #include "numbers/messages.h"
 #include "util/failure.h"
 
@@ -162,6 +165,67 @@ void subMagnitudes(QQ& r, const QQ& a, const QQ& b, bool negated) {
   takeRegisters(r, s, nonNegative != negated);
 }
 
+// r = ±|a| ± |b| (signs aPositive, bPositive) in native arithmetic, for finite canonical a and b
+// whose six integers are all below 2^62. Returns false, touching nothing, when one is larger.
+bool addSmall(QQ& r, const QQ& a, bool aPositive, const QQ& b, bool bPositive) {
+  using internal::i128;
+  using internal::u128;
+  std::uint64_t ga, za, na, gb, zb, nb;
+  if (!internal::smallPart(a.nenner, na) || !internal::smallPart(b.nenner, nb) ||
+      !internal::smallPart(a.ganze, ga) || !internal::smallPart(a.zaehler, za) ||
+      !internal::smallPart(b.ganze, gb) || !internal::smallPart(b.zaehler, zb)) {
+    return false;
+  }
+  // Over the least common denominator na · (nb / d); only factors of d can remain in common.
+  // Decimal denominators often divide one another; that test is far cheaper than a gcd.
+  const std::uint64_t d = nb % na == 0 ? na : na % nb == 0 ? nb : std::gcd(na, nb);
+  const std::uint64_t aScale = nb / d;
+  const std::uint64_t bScale = na / d;
+  u128 n = static_cast<u128>(na) * aScale;
+  const auto termA = static_cast<i128>(static_cast<u128>(za) * aScale);
+  const auto termB = static_cast<i128>(static_cast<u128>(zb) * bScale);
+  i128 z = (aPositive ? termA : -termA) + (bPositive ? termB : -termB);
+  i128 g = (aPositive ? static_cast<i128>(ga) : -static_cast<i128>(ga)) +
+           (bPositive ? static_cast<i128>(gb) : -static_cast<i128>(gb));
+  // |z| < 2n: at most two steps bring the fraction into [0, n).
+  while (z < 0) {
+    z += static_cast<i128>(n);
+    --g;
+  }
+  while (z >= static_cast<i128>(n)) {
+    z -= static_cast<i128>(n);
+    ++g;
+  }
+  bool positive = true;
+  if (g < 0) {
+    positive = false;
+    if (z == 0) {
+      g = -g;
+    } else {
+      g = -g - 1;
+      z = static_cast<i128>(n) - z;
+    }
+  }
+  auto fraction = static_cast<u128>(z);
+  if (fraction == 0) {
+    n = 1;
+  } else if (d != 1) {
+    const std::uint64_t rest = (fraction >> 64) == 0 ? static_cast<std::uint64_t>(fraction) % d
+                                                     : static_cast<std::uint64_t>(fraction % d);
+    const std::uint64_t common = std::gcd(rest, d);
+    if (common != 1) {
+      fraction /= common;
+      n /= common;
+    }
+  }
+  r.isInf = false;
+  r.isPositive = positive || (g == 0 && fraction == 0);
+  internal::setWide(r.ganze.value, static_cast<u128>(g));
+  internal::setWide(r.zaehler.value, fraction);
+  internal::setWide(r.nenner.value, n);
+  return true;
+}
+
 // a + b where b carries the sign bPositive (so subtraction is a + (-b)); r may alias a or b.
 void addSigned(QQ& r, const QQ& a, const QQ& b, bool bPositive) {
   if (a.isInf || b.isInf) {
@@ -175,6 +239,17 @@ void addSigned(QQ& r, const QQ& a, const QQ& b, bool bPositive) {
     }
     return;
   }
+  // Adding 0 is common in the converter's rows (a side without a constant, absent terms).
+  if (b.isZero()) {
+    if (&r != &a) r = a;
+    return;
+  }
+  if (a.isZero()) {
+    if (&r != &b) r = b;
+    r.isPositive = bPositive;
+    return;
+  }
+  if (addSmall(r, a, a.isPositive, b, bPositive)) return;
   if (a.isPositive == bPositive) {
     addMagnitudes(r, a, b, a.isPositive);
   } else {
@@ -437,8 +512,16 @@ std::int64_t compare(const QQ& a, const QQ& b) {
   if (c == 0) {
     // The numerators over the least common denominator, as commonDenominator forms them; equal
     // denominators are the common denominator themselves.
+    std::uint64_t za, na, zb, nb;
     if (mpz_cmp(a.nenner.value, b.nenner.value) == 0) {
       c = static_cast<std::int16_t>(mpz_cmp(a.zaehler.value, b.zaehler.value));
+    } else if (internal::smallPart(a.zaehler, za) && internal::smallPart(a.nenner, na) &&
+               internal::smallPart(b.zaehler, zb) && internal::smallPart(b.nenner, nb)) {
+      // One-word fractions: the cross products order them like the numerators over the least
+      // common denominator.
+      const internal::u128 left = static_cast<internal::u128>(za) * nb;
+      const internal::u128 right = static_cast<internal::u128>(zb) * na;
+      c = static_cast<std::int16_t>((left > right) - (left < right));
     } else {
       Registers& s = registers();
       mpz_gcd(s.d, a.nenner.value, b.nenner.value);

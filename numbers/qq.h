@@ -34,8 +34,8 @@ class QQ {
   QQ();
   // The infinity constructor: +infinity for true, -infinity for false.
   explicit QQ(bool positive);
-  QQ(long v);  // NOLINT(google-explicit-constructor): integers convert freely
-  QQ(int v);   // NOLINT(google-explicit-constructor)
+  QQ(long v);       // NOLINT(google-explicit-constructor): integers convert freely
+  QQ(int v);        // NOLINT(google-explicit-constructor)
   QQ(const ZZ& z);  // NOLINT(google-explicit-constructor)
   QQ(ZZ&& z);       // NOLINT(google-explicit-constructor)
   // numerator / denominator, normalised; each negative argument flips the sign. A zero

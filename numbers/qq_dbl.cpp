@@ -1,6 +1,10 @@
 // Conversions between QQ and the long floating type dbl_t.
 
+#include <algorithm>
+#include <array>
+#include <bit>
 #include <charconv>
+#include <climits>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
@@ -9,6 +13,7 @@
 #include <stdexcept>
 #include <string_view>
 
+#include "numbers/internal/wide_int.h"
 #include "numbers/messages.h"
 #include "numbers/precision_exceptions.h"
 #include "numbers/qq.h"
@@ -17,35 +22,69 @@ namespace lpconv {
 
 namespace {
 
-constexpr std::uint64_t kPowersOfTen[] = {1ull,
-                                          10ull,
-                                          100ull,
-                                          1000ull,
-                                          10000ull,
-                                          100000ull,
-                                          1000000ull,
-                                          10000000ull,
-                                          100000000ull,
-                                          1000000000ull,
-                                          10000000000ull,
-                                          100000000000ull,
-                                          1000000000000ull,
-                                          10000000000000ull,
-                                          100000000000000ull,
-                                          1000000000000000ull,
-                                          10000000000000000ull,
-                                          100000000000000000ull,
-                                          1000000000000000000ull,
-                                          10000000000000000000ull};
-constexpr int kLargestPowerOfTen = 19;
+using internal::u128;
 
-void setFinite(QQ& r, bool positive, std::uint64_t whole, std::uint64_t numerator,
-               std::uint64_t denominator) {
+constexpr int kLargestPowerOfTen = 19;  // 10^19 is the largest power of ten below 2^64
+
+constexpr std::array<u128, 39> powersOfTen() {
+  std::array<u128, 39> p{};
+  p[0] = 1;
+  for (std::size_t i = 1; i < p.size(); ++i) p[i] = p[i - 1] * 10;
+  return p;
+}
+constexpr std::array<u128, 39> kPowersOfTen = powersOfTen();
+
+void setSmall(QQ& r, bool positive, std::uint64_t whole, std::uint64_t numerator,
+              std::uint64_t denominator) {
   r.isInf = false;
   mpz_set_ui(r.ganze.value, whole);
   mpz_set_ui(r.zaehler.value, numerator);
   mpz_set_ui(r.nenner.value, denominator);
   r.isPositive = positive || (whole == 0 && numerator == 0);
+}
+
+// r = ±mantissa · 10^scale in canonical form.
+void setDecimal(QQ& r, bool positive, std::uint64_t mantissa, long scale) {
+  if (mantissa == 0) {
+    setSmall(r, true, 0, 0, 1);
+    return;
+  }
+  if (scale >= 0) {
+    const auto factor = static_cast<std::uint64_t>(kPowersOfTen[std::min<long>(scale, 19)]);
+    if (scale <= kLargestPowerOfTen && mantissa <= UINT64_MAX / factor) {
+      setSmall(r, positive, mantissa * factor, 0, 1);
+      return;
+    }
+    setSmall(r, positive, mantissa, 0, 1);
+    ZZ power;
+    mpz_ui_pow_ui(power.value, 10, static_cast<unsigned long>(scale));
+    mpz_mul(r.ganze.value, r.ganze.value, power.value);
+    return;
+  }
+  // The denominator 10^places = 2^places · 5^places shares only twos and fives with the mantissa.
+  const long places = -scale;
+  long twos = std::min<long>(std::countr_zero(mantissa), places);
+  mantissa >>= twos;
+  long fives = 0;
+  while (fives < places && mantissa % 5 == 0) {
+    mantissa /= 5;
+    ++fives;
+  }
+  twos = places - twos;
+  fives = places - fives;
+  if (twos < 64 && fives <= 27) {
+    u128 denominator = static_cast<u128>(1) << twos;
+    for (long i = 0; i < fives; ++i) denominator *= 5;
+    if (denominator <= UINT64_MAX) {
+      const auto d = static_cast<std::uint64_t>(denominator);
+      setSmall(r, positive, mantissa / d, mantissa % d, d);
+      return;
+    }
+  }
+  // A denominator beyond 64 bits exceeds the mantissa: no integer part.
+  setSmall(r, positive, 0, mantissa, 1);
+  mpz_ui_pow_ui(r.nenner.value, 5, static_cast<unsigned long>(fives));
+  mpz_mul_2exp(r.nenner.value, r.nenner.value, static_cast<unsigned long>(twos));
 }
 
 // Reads the printf forms "[-]digits[.digits][e(+|-)digits]" with at most 19 significant digits
@@ -95,48 +134,74 @@ bool readDecimal(std::string_view text, QQ& r) {
     scale += negativeExponent ? -exponent : exponent;
   }
   if (i != text.size()) return false;
-
-  if (mantissa == 0) {
-    setFinite(r, true, 0, 0, 1);
-    return true;
-  }
-  if (scale >= 0) {
-    if (scale <= kLargestPowerOfTen &&
-        mantissa <= std::numeric_limits<std::uint64_t>::max() / kPowersOfTen[scale]) {
-      setFinite(r, positive, mantissa * kPowersOfTen[scale], 0, 1);
-      return true;
-    }
-    setFinite(r, positive, 0, 0, 1);
-    mpz_ui_pow_ui(r.ganze.value, 10, static_cast<unsigned long>(scale));
-    mpz_mul_ui(r.ganze.value, r.ganze.value, mantissa);
-    return true;
-  }
-  const long places = -scale;
-  if (places <= kLargestPowerOfTen) {
-    std::uint64_t denominator = kPowersOfTen[places];
-    const std::uint64_t whole = mantissa / denominator;
-    std::uint64_t numerator = mantissa % denominator;
-    const std::uint64_t common = std::gcd(numerator, denominator);
-    numerator /= common;
-    denominator /= common;
-    setFinite(r, positive, whole, numerator, numerator == 0 ? 1 : denominator);
-    return true;
-  }
-  // 10^places exceeds the mantissa: only the factors 2 and 5 of the mantissa can cancel.
-  long twos = 0;
-  while (twos < places && mantissa % 2 == 0) {
-    mantissa /= 2;
-    ++twos;
-  }
-  long fives = 0;
-  while (fives < places && mantissa % 5 == 0) {
-    mantissa /= 5;
-    ++fives;
-  }
-  setFinite(r, positive, 0, mantissa, 1);
-  mpz_ui_pow_ui(r.nenner.value, 5, static_cast<unsigned long>(places - fives));
-  mpz_mul_2exp(r.nenner.value, r.nenner.value, static_cast<unsigned long>(places - twos));
+  setDecimal(r, positive, mantissa, scale);
   return true;
+}
+
+// Rounds a finite value > 0 to `precision` significant decimal digits, ties to even, exactly as
+// printf's "%.*Lg" does: value ≈ digits · 10^scale. Works in 128-bit integers and returns false
+// when the value is too large or too small for them (the caller then formats the text).
+bool roundToDigits(dbl_t value, int precision, std::uint64_t& digits, long& scale) {
+  if (precision < 1 || precision > kLargestPowerOfTen) return false;
+  int exponent = 0;
+  const dbl_t fraction = std::frexp(value, &exponent);  // value = fraction · 2^exponent
+  auto mantissa = static_cast<std::uint64_t>(std::ldexp(fraction, 64));
+  long binaryScale = exponent - 64;
+  const int zeros = std::countr_zero(mantissa);
+  mantissa >>= zeros;
+  binaryScale += zeros;
+  // floor(log10(2^(exponent-1))): the decimal exponent or one below it.
+  long decimalExponent = (static_cast<long>(exponent - 1) * 78913) >> 18;
+  const u128 lowest = kPowersOfTen[static_cast<std::size_t>(precision - 1)];
+  const u128 limit = kPowersOfTen[static_cast<std::size_t>(precision)];
+  for (int attempt = 0; attempt < 3; ++attempt) {
+    // value · 10^shift = numerator / denominator, to be rounded to an integer.
+    const long shift = precision - 1 - decimalExponent;
+    if (shift > 38 || shift < -38) return false;
+    u128 numerator = mantissa;
+    u128 denominator = 1;
+    if (shift >= 0) {
+      const u128 factor = kPowersOfTen[static_cast<std::size_t>(shift)];
+      if (factor > ~static_cast<u128>(0) / numerator) return false;
+      numerator *= factor;
+    } else {
+      denominator = kPowersOfTen[static_cast<std::size_t>(-shift)];
+    }
+    if (binaryScale >= 0) {
+      if (binaryScale >= 127 || numerator > (~static_cast<u128>(0) >> binaryScale)) return false;
+      numerator <<= binaryScale;
+    } else {
+      // The denominator stays below 2^127 so that twice the remainder fits.
+      if (-binaryScale >= 127 || denominator > (static_cast<u128>(1) << (127 + binaryScale))) {
+        return false;
+      }
+      denominator <<= -binaryScale;
+    }
+    u128 quotient;
+    u128 rest;
+    if (shift >= 0 && binaryScale < 0) {
+      // The common case: the denominator is a power of two.
+      quotient = numerator >> -binaryScale;
+      rest = numerator & (denominator - 1);
+    } else {
+      quotient = numerator / denominator;
+      rest = numerator % denominator;
+    }
+    if (quotient < lowest) {
+      --decimalExponent;
+      continue;
+    }
+    if (quotient >= limit) {
+      ++decimalExponent;
+      continue;
+    }
+    const u128 twice = rest << 1;
+    if (twice > denominator || (twice == denominator && (quotient & 1) != 0)) ++quotient;
+    digits = static_cast<std::uint64_t>(quotient);
+    scale = -shift;
+    return true;
+  }
+  return false;
 }
 
 // The nearest dbl_t to numerator / denominator (both positive), ties to even, including the
@@ -223,32 +288,29 @@ QQ fromDbl(dbl_t value) {
   if (std::isnan(value)) throw std::invalid_argument("mpz_set_str");
   if (std::isinf(value)) return QQ(value > 0);
   const int precision = fullPrecisionDigits();
-  QQ r;
   // Whole numbers below 10^precision are written with all their digits.
   if (precision >= 17 && std::fabs(value) < 1e17L && value == std::trunc(value)) {
-    const long whole = static_cast<long>(value);
-    return QQ(whole);
+    return QQ(static_cast<long>(value));
   }
+  QQ r;
+  std::uint64_t digits = 0;
+  long scale = 0;
+  if (roundToDigits(std::fabs(value), precision, digits, scale)) {
+    setDecimal(r, !std::signbit(value), digits, scale);
+    return r;
+  }
+  // Far out of the common range: the text itself.
   char buffer[64];
-  std::string_view text;
-  const auto narrow = static_cast<double>(value);
-  if (static_cast<dbl_t>(narrow) == value && precision > 0 && precision < 40) {
-    // The same decimal digits: both conversions round the same exact binary value.
-    const auto result =
-        std::to_chars(buffer, buffer + sizeof buffer, narrow, std::chars_format::general, precision);
-    text = std::string_view(buffer, static_cast<std::size_t>(result.ptr - buffer));
-  } else {
-    const int length = std::snprintf(buffer, sizeof buffer, "%.*Lg", precision, value);
-    if (length < 0 || length >= static_cast<int>(sizeof buffer)) {
-      std::string longText(static_cast<std::size_t>(std::max(length, 0)) + 1, '\0');
-      std::snprintf(longText.data(), longText.size(), "%.*Lg", precision, value);
-      longText.pop_back();
-      return QQ(longText);
-    }
-    text = std::string_view(buffer, static_cast<std::size_t>(length));
+  const int length = std::snprintf(buffer, sizeof buffer, "%.*Lg", precision, value);
+  if (length >= 0 && length < static_cast<int>(sizeof buffer)) {
+    const std::string_view text(buffer, static_cast<std::size_t>(length));
+    if (readDecimal(text, r)) return r;
+    return QQ(std::string(text));
   }
-  if (readDecimal(text, r)) return r;
-  return QQ(std::string(text));
+  std::string text(static_cast<std::size_t>(std::max(length, 0)) + 1, '\0');
+  std::snprintf(text.data(), text.size(), "%.*Lg", precision, value);
+  text.pop_back();
+  return QQ(text);
 }
 
 dbl_t toDbl(const QQ& x, bool exact, bool allowCut) {

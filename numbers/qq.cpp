@@ -324,9 +324,83 @@ void divMagnitudes(QQ& r, const QQ& a, const QQ& b, bool positive) {
   takeRegisters(r, s, positive);
 }
 
-// The product as the sum of the four terms of the mixed parts, each shortened to digitLimit
-// digits first: only used while shortenProducts is on, since it changes the value then.
-void mulShortened(QQ& r, const QQ& a, const QQ& b) {
+// The field-by-field definitions of the operations. They give the same canonical results as the
+// fast paths above for canonical operands; they serve the two cases the fast paths do not: the
+// shortened products, and operands whose integer part carries a sign of its own (the parser keeps
+// a doubly signed integer such as "--5" as read), which these definitions treat as signed parts.
+
+bool hasSignedField(const QQ& x) {
+  return x.ganze.sign() < 0 || x.zaehler.sign() < 0 || x.nenner.sign() < 0;
+}
+
+QQ& subByFields(QQ& r, const QQ& a, const QQ& b);
+
+QQ& addByFields(QQ& r, const QQ& aIn, const QQ& bIn) {
+  const QQ a(aIn);
+  const QQ b(bIn);
+  if (a.isPositive && !b.isPositive) return subByFields(r, a, -b);
+  if (!a.isPositive) return subByFields(r, b, -a);
+  if (a.isInf || b.isInf) {
+    setInfinity(r, true);
+    return r;
+  }
+  ZZ az;
+  ZZ bz;
+  ZZ common;
+  commonDenominator(az, bz, common, a, b);
+  r.isInf = false;
+  r.isPositive = true;
+  r.zaehler = az + bz;
+  r.ganze = a.ganze + b.ganze;
+  r.nenner = std::move(common);
+  return normalize(r);
+}
+
+QQ& subByFields(QQ& r, const QQ& aIn, const QQ& bIn) {
+  const QQ a(aIn);
+  const QQ b(bIn);
+  if (a.isPositive && !b.isPositive) return addByFields(r, a, -b);
+  if (!a.isPositive) {
+    addByFields(r, -a, b);
+    if (!r.isZero()) r.isPositive = !r.isPositive;
+    return r;
+  }
+  if (a.isInf) {
+    if (b.isInf) reportFailure(messages::kInfMinusInf);
+    setInfinity(r, true);
+    return r;
+  }
+  if (b.isInf) {
+    setInfinity(r, false);
+    return r;
+  }
+  ZZ az;
+  ZZ bz;
+  ZZ common;
+  commonDenominator(az, bz, common, a, b);
+  ZZ z = az - bz;
+  ZZ g = a.ganze - b.ganze;
+  r.isInf = false;
+  if ((g.sign() >= 0) == (z.sign() >= 0)) {
+    r.isPositive = g.sign() >= 0;
+    abs(g);
+    abs(z);
+  } else {
+    // One part negative, the other not: fold the integer part into the fraction.
+    z += g * common;
+    g = ZZ(0L);
+    r.isPositive = z.sign() >= 0;
+    abs(z);
+  }
+  r.ganze = std::move(g);
+  r.zaehler = std::move(z);
+  r.nenner = std::move(common);
+  return normalize(r);
+}
+
+// The product as the sum of the four terms of the signed mixed parts; with shortenProducts on,
+// the three fraction terms are first shortened to digitLimit digits, which changes the value.
+void mulByTerms(QQ& r, const QQ& a, const QQ& b) {
   const ZZ ga = signedGanze(a);
   const ZZ za = signedZaehler(a);
   const ZZ gb = signedGanze(b);
@@ -335,13 +409,27 @@ void mulShortened(QQ& r, const QQ& a, const QQ& b) {
   QQ t2(ga * zb, b.nenner);
   QQ t3(gb * za, a.nenner);
   QQ t4(za * zb, a.nenner * b.nenner);
-  for (QQ* t : {&t4, &t3, &t2}) {
-    limitDigits(*t, digitLimit, true);
-    normalize(*t);
+  if (shortenProducts) {
+    for (QQ* t : {&t4, &t3, &t2}) {
+      limitDigits(*t, digitLimit, true);
+      normalize(*t);
+    }
   }
   QQ sum = t1 + t2;
   sum += t3;
   sum += t4;
+  r = std::move(sum);
+  normalize(r);
+}
+
+// a / b as QQ(ga · nb, B) + QQ(za · nb, na · B) with B = gb · nb + zb, all parts signed.
+void divByTerms(QQ& r, const QQ& a, const QQ& b) {
+  const ZZ ga = signedGanze(a);
+  const ZZ za = signedZaehler(a);
+  const ZZ gb = signedGanze(b);
+  const ZZ zb = signedZaehler(b);
+  const ZZ bigB = gb * b.nenner + zb;
+  QQ sum = QQ(ga * b.nenner, bigB) + QQ(za * b.nenner, a.nenner * bigB);
   r = std::move(sum);
   normalize(r);
 }
@@ -445,11 +533,13 @@ QQ QQ::operator--(int) {
 }
 
 QQ& add(QQ& r, const QQ& a, const QQ& b) {
+  if (hasSignedField(a) || hasSignedField(b)) return addByFields(r, a, b);
   addSigned(r, a, b, b.isPositive);
   return r;
 }
 
 QQ& sub(QQ& r, const QQ& a, const QQ& b) {
+  if (hasSignedField(a) || hasSignedField(b)) return subByFields(r, a, b);
   addSigned(r, a, b, !b.isPositive);
   return r;
 }
@@ -469,8 +559,8 @@ QQ& mul(QQ& r, const QQ& a, const QQ& b) {
     setZero(r);
     return r;
   }
-  if (shortenProducts) {
-    mulShortened(r, a, b);
+  if (shortenProducts || hasSignedField(a) || hasSignedField(b)) {
+    mulByTerms(r, a, b);
   } else {
     mulMagnitudes(r, a, b, a.isPositive == b.isPositive);
   }
@@ -496,7 +586,11 @@ QQ& div(QQ& r, const QQ& a, const QQ& b) {
     setZero(r);
     return r;
   }
-  divMagnitudes(r, a, b, a.isPositive == b.isPositive);
+  if (hasSignedField(a) || hasSignedField(b)) {
+    divByTerms(r, a, b);
+  } else {
+    divMagnitudes(r, a, b, a.isPositive == b.isPositive);
+  }
   return r;
 }
 

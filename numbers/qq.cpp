@@ -294,8 +294,8 @@ void mulMagnitudes(QQ& r, const QQ& a, const QQ& b, bool positive) {
     takeRegisters(r, s, positive);
     return;
   }
-  // t/n1 · u/n2 with n1 in s.d's place kept as copies: both numerators are coprime to their own
-  // denominators, so cancelling crosswise leaves the product reduced.
+  // (t / na) · (u / nb): each numerator is coprime to its own denominator, so cancelling
+  // crosswise leaves the product reduced.
   improperNumerator(s.t, a);
   improperNumerator(s.u, b);
   mpz_set(s.z, a.nenner.value);
@@ -448,6 +448,8 @@ QQ::QQ(long v) : isInf(false), isPositive(v >= 0), ganze(), zaehler(), nenner(1u
 }
 
 QQ::QQ(int v) : QQ(static_cast<long>(v)) {}
+
+QQ::QQ(unsigned long v) : isInf(false), isPositive(true), ganze(v), zaehler(), nenner(1ul) {}
 
 QQ::QQ(const ZZ& z) : isInf(false), isPositive(z.sign() >= 0), ganze(z), zaehler(), nenner(1ul) {
   abs(ganze);

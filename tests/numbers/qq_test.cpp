@@ -3,7 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <climits>
-#include <functional>
+#include <cstddef>
+#include <type_traits>
 #include <string>
 #include <utility>
 
@@ -48,6 +49,18 @@ TEST(QQConstructTest, DefaultAndIntegers) {
   EXPECT_TRUE(hasFields(QQ(ZZ(0L)), {true, "0", "0", "1"}));
   ZZ moved(-3L);
   EXPECT_TRUE(hasFields(QQ(std::move(moved)), {false, "3", "0", "1"}));
+}
+
+// Floating values must go through fromDbl; an implicit route through long would cut them.
+static_assert(!std::is_constructible_v<QQ, double>);
+static_assert(!std::is_constructible_v<QQ, long double>);
+static_assert(!std::is_constructible_v<QQ, float>);
+static_assert(!std::is_constructible_v<ZZ, double>);
+static_assert(std::is_convertible_v<std::size_t, QQ>);
+
+TEST(QQConstructTest, UnsignedLong) {
+  EXPECT_TRUE(hasFields(QQ(ULONG_MAX), {true, "18446744073709551615", "0", "1"}));
+  EXPECT_TRUE(hasFields(QQ(std::size_t{0}), {true, "0", "0", "1"}));
 }
 
 TEST(QQConstructTest, InfinityConstructor) {

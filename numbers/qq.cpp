@@ -35,8 +35,8 @@ bool isOne(const ZZ& z) { return mpz_cmp_ui(z.value, 1) == 0; }
 void setZero(QQ& r) {
   r.isInf = false;
   r.isPositive = true;
-  mpz_set_ui(r.ganze.value, 0);
-  mpz_set_ui(r.zaehler.value, 0);
+  internal::setUnsigned(r.ganze.value, 0);
+  internal::setUnsigned(r.zaehler.value, 0);
   mpz_set_ui(r.nenner.value, 1);
 }
 
@@ -44,7 +44,7 @@ void setInfinity(QQ& r, bool positive) {
   r.isInf = true;
   r.isPositive = positive;
   mpz_set_ui(r.ganze.value, 1);
-  mpz_set_ui(r.zaehler.value, 0);
+  internal::setUnsigned(r.zaehler.value, 0);
   mpz_set_ui(r.nenner.value, 1);
 }
 

@@ -284,8 +284,53 @@ void cancel(mpz_ptr x, mpz_ptr y, mpz_ptr common) {
   }
 }
 
+// The numerator ganze · nenner + zaehler of |x| as an improper fraction, and the denominator,
+// when both fit in one word.
+bool smallImproper(const QQ& x, std::uint64_t& numerator, std::uint64_t& denominator) {
+  std::uint64_t g, z;
+  if (!internal::smallPart(x.ganze, g) || !internal::smallPart(x.zaehler, z) ||
+      !internal::smallPart(x.nenner, denominator)) {
+    return false;
+  }
+  const internal::u128 n = static_cast<internal::u128>(g) * denominator + z;
+  if ((n >> 64) != 0) return false;
+  numerator = static_cast<std::uint64_t>(n);
+  return true;
+}
+
+// r = (p / q) with the given sign, for coprime p and q > 0.
+void setQuotient(QQ& r, internal::u128 p, internal::u128 q, bool positive) {
+  r.isInf = false;
+  r.isPositive = positive;
+  if (q == 1) {
+    internal::setWide(r.ganze.value, p);
+    internal::setUnsigned(r.zaehler.value, 0);
+    mpz_set_ui(r.nenner.value, 1);
+    return;
+  }
+  internal::setWide(r.ganze.value, p / q);
+  internal::setWide(r.zaehler.value, p % q);
+  internal::setWide(r.nenner.value, q);
+}
+
+// |a| · |b| (or |a| / |b| when `divide`) in native arithmetic for finite, non-zero, canonical
+// operands whose improper fractions fit in one word each. Returns false, touching nothing,
+// otherwise.
+bool mulSmall(QQ& r, const QQ& a, const QQ& b, bool divide, bool positive) {
+  std::uint64_t pa, qa, pb, qb;
+  if (!smallImproper(a, pa, qa) || !smallImproper(b, pb, qb)) return false;
+  if (divide) std::swap(pb, qb);
+  // Each fraction is reduced, so cancelling crosswise leaves the product reduced.
+  const std::uint64_t g1 = std::gcd(pa, qb);
+  const std::uint64_t g2 = std::gcd(pb, qa);
+  setQuotient(r, static_cast<internal::u128>(pa / g1) * (pb / g2),
+              static_cast<internal::u128>(qa / g2) * (qb / g1), positive);
+  return true;
+}
+
 // |a| · |b| for finite, non-zero, canonical operands: the improper fractions cross-cancelled.
 void mulMagnitudes(QQ& r, const QQ& a, const QQ& b, bool positive) {
+  if (mulSmall(r, a, b, false, positive)) return;
   Registers& s = registers();
   if (isOne(a.nenner) && isOne(b.nenner)) {
     mpz_mul(s.g, a.ganze.value, b.ganze.value);
@@ -310,6 +355,7 @@ void mulMagnitudes(QQ& r, const QQ& a, const QQ& b, bool positive) {
 
 // |a| / |b| for finite, non-zero, canonical operands.
 void divMagnitudes(QQ& r, const QQ& a, const QQ& b, bool positive) {
+  if (mulSmall(r, a, b, true, positive)) return;
   Registers& s = registers();
   // (ta / na) / (tb / nb) = (ta · nb) / (na · tb), cancelled crosswise.
   improperNumerator(s.t, a);

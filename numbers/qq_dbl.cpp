@@ -8,6 +8,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <limits>
 #include <numeric>
 #include <stdexcept>
@@ -37,9 +38,9 @@ constexpr std::array<u128, 39> kPowersOfTen = powersOfTen();
 void setSmall(QQ& r, bool positive, std::uint64_t whole, std::uint64_t numerator,
               std::uint64_t denominator) {
   r.isInf = false;
-  mpz_set_ui(r.ganze.value, whole);
-  mpz_set_ui(r.zaehler.value, numerator);
-  mpz_set_ui(r.nenner.value, denominator);
+  internal::setUnsigned(r.ganze.value, whole);
+  internal::setUnsigned(r.zaehler.value, numerator);
+  internal::setUnsigned(r.nenner.value, denominator);
   r.isPositive = positive || (whole == 0 && numerator == 0);
 }
 
@@ -138,20 +139,46 @@ bool readDecimal(std::string_view text, QQ& r) {
   return true;
 }
 
-// Rounds a finite value > 0 to `precision` significant decimal digits, ties to even, exactly as
-// printf's "%.*Lg" does: value ≈ digits · 10^scale. Works in 128-bit integers and returns false
-// when the value is too large or too small for them (the caller then formats the text).
-bool roundToDigits(dbl_t value, int precision, std::uint64_t& digits, long& scale) {
-  if (precision < 1 || precision > kLargestPowerOfTen) return false;
-  int exponent = 0;
-  const dbl_t fraction = std::frexp(value, &exponent);  // value = fraction · 2^exponent
-  auto mantissa = static_cast<std::uint64_t>(std::ldexp(fraction, 64));
-  long binaryScale = exponent - 64;
+// A finite value > 0 as mantissa · 2^binaryScale with an odd mantissa.
+struct BinaryValue {
+  std::uint64_t mantissa;
+  long binaryScale;
+};
+
+BinaryValue decompose(dbl_t value) {
+  std::uint64_t mantissa = 0;
+  long binaryScale = 0;
+  if constexpr (std::numeric_limits<dbl_t>::digits == 64 &&
+                std::numeric_limits<dbl_t>::max_exponent == 16384) {
+    // The x87 extended format: 64 significand bits with an explicit leading bit, then the sign
+    // and a 15-bit exponent biased by 16383. Reading the bits is much cheaper than frexp.
+    unsigned char bytes[sizeof(dbl_t)];
+    std::memcpy(bytes, &value, sizeof value);
+    std::memcpy(&mantissa, bytes, sizeof mantissa);
+    std::uint16_t top = 0;
+    std::memcpy(&top, bytes + sizeof mantissa, sizeof top);
+    const long biased = top & 0x7fff;
+    binaryScale = (biased == 0 ? 1 : biased) - 16383 - 63;
+  } else {
+    int exponent = 0;
+    const dbl_t fraction = std::frexp(value, &exponent);  // value = fraction · 2^exponent
+    mantissa = static_cast<std::uint64_t>(std::ldexp(fraction, 64));
+    binaryScale = exponent - 64;
+  }
   const int zeros = std::countr_zero(mantissa);
-  mantissa >>= zeros;
-  binaryScale += zeros;
-  // floor(log10(2^(exponent-1))): the decimal exponent or one below it.
-  long decimalExponent = (static_cast<long>(exponent - 1) * 78913) >> 18;
+  return {mantissa >> zeros, binaryScale + zeros};
+}
+
+// Rounds v = mantissa · 2^binaryScale (> 0) to `precision` significant decimal digits, ties to
+// even, exactly as printf's "%.*Lg" does: v ≈ digits · 10^scale. Works in 128-bit integers and
+// returns false when v is too large or too small for them (the caller then formats the text).
+bool roundToDigits(BinaryValue v, int precision, std::uint64_t& digits, long& scale) {
+  if (precision < 1 || precision > kLargestPowerOfTen) return false;
+  const std::uint64_t mantissa = v.mantissa;
+  const long binaryScale = v.binaryScale;
+  // floor(log10(2^floor(log2 v))): the decimal exponent or one below it.
+  const long log2 = 63 - std::countl_zero(mantissa) + binaryScale;
+  long decimalExponent = (log2 * 78913) >> 18;
   const u128 lowest = kPowersOfTen[static_cast<std::size_t>(precision - 1)];
   const u128 limit = kPowersOfTen[static_cast<std::size_t>(precision)];
   for (int attempt = 0; attempt < 3; ++attempt) {
@@ -281,29 +308,14 @@ bool cutAfterDigits(const QQ& x, long budget, QQ& cut) {
   return false;
 }
 
-}  // namespace
-
-QQ fromDbl(dbl_t value) {
-  // "nan" and "-nan" are what the stream writes; the parser's integer read rejects them.
-  if (std::isnan(value)) throw std::invalid_argument("mpz_set_str");
-  if (std::isinf(value)) return QQ(value > 0);
-  const int precision = fullPrecisionDigits();
-  // Whole numbers below 10^precision are written with all their digits.
-  if (precision >= 17 && std::fabs(value) < 1e17L && value == std::trunc(value)) {
-    return QQ(static_cast<long>(value));
-  }
-  QQ r;
-  std::uint64_t digits = 0;
-  long scale = 0;
-  if (roundToDigits(std::fabs(value), precision, digits, scale)) {
-    setDecimal(r, !std::signbit(value), digits, scale);
-    return r;
-  }
-  // Far out of the common range: the text itself.
+// The value of the text printf writes for value with "%.*Lg": read straight when it has the plain
+// decimal form, else by the parser.
+QQ fromPrintedText(dbl_t value, int precision) {
   char buffer[64];
   const int length = std::snprintf(buffer, sizeof buffer, "%.*Lg", precision, value);
   if (length >= 0 && length < static_cast<int>(sizeof buffer)) {
     const std::string_view text(buffer, static_cast<std::size_t>(length));
+    QQ r;
     if (readDecimal(text, r)) return r;
     return QQ(std::string(text));
   }
@@ -311,6 +323,41 @@ QQ fromDbl(dbl_t value) {
   std::snprintf(text.data(), text.size(), "%.*Lg", precision, value);
   text.pop_back();
   return QQ(text);
+}
+
+// fromDbl for a finite non-zero value. Every return names r, so the result is built in place.
+QQ fromFinite(dbl_t value) {
+  const bool positive = !std::signbit(value);
+  const BinaryValue v = decompose(std::fabs(value));
+  const int precision = fullPrecisionDigits();
+  QQ r;
+  // Whole numbers below 10^precision are written with all their digits.
+  if (v.binaryScale >= 0 && v.binaryScale < 64 && precision >= 17) {
+    const u128 whole = static_cast<u128>(v.mantissa) << v.binaryScale;
+    if (whole < kPowersOfTen[17]) {
+      setSmall(r, positive, static_cast<std::uint64_t>(whole), 0, 1);
+      return r;
+    }
+  }
+  std::uint64_t digits = 0;
+  long scale = 0;
+  if (roundToDigits(v, precision, digits, scale)) {
+    setDecimal(r, positive, digits, scale);
+    return r;
+  }
+  // Far out of the common range: the text itself.
+  r = fromPrintedText(value, precision);
+  return r;
+}
+
+}  // namespace
+
+QQ fromDbl(dbl_t value) {
+  // "nan" and "-nan" are what the stream writes; the parser's integer read rejects them.
+  if (std::isnan(value)) throw std::invalid_argument("mpz_set_str");
+  if (std::isinf(value)) return QQ(value > 0);
+  if (value == 0) return QQ();
+  return fromFinite(value);
 }
 
 dbl_t toDbl(const QQ& x, bool exact, bool allowCut) {

@@ -3,7 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <climits>
-#include <functional>
+#include <cstddef>
+#include <type_traits>
 #include <string>
 #include <utility>
 
@@ -48,6 +49,18 @@ TEST(QQConstructTest, DefaultAndIntegers) {
   EXPECT_TRUE(hasFields(QQ(ZZ(0L)), {true, "0", "0", "1"}));
   ZZ moved(-3L);
   EXPECT_TRUE(hasFields(QQ(std::move(moved)), {false, "3", "0", "1"}));
+}
+
+// Floating values must go through fromDbl; an implicit route through long would cut them.
+static_assert(!std::is_constructible_v<QQ, double>);
+static_assert(!std::is_constructible_v<QQ, long double>);
+static_assert(!std::is_constructible_v<QQ, float>);
+static_assert(!std::is_constructible_v<ZZ, double>);
+static_assert(std::is_convertible_v<std::size_t, QQ>);
+
+TEST(QQConstructTest, UnsignedLong) {
+  EXPECT_TRUE(hasFields(QQ(ULONG_MAX), {true, "18446744073709551615", "0", "1"}));
+  EXPECT_TRUE(hasFields(QQ(std::size_t{0}), {true, "0", "0", "1"}));
 }
 
 TEST(QQConstructTest, InfinityConstructor) {
@@ -155,6 +168,10 @@ void differential(Op op, std::uint64_t seed) {
     QQ a = random.finite();
     QQ b = random.below(10) == 0 ? a : random.finite();
     if (op == Op::kDiv && b.isZero()) b = QQ(3, 7);
+    if ((op == Op::kMul || op == Op::kDiv) && random.below(8) == 0) {
+      // An integer part with a sign of its own (as the parser keeps "--5") counts as signed.
+      negate(random.below(2) == 0 ? a.ganze : b.ganze);
+    }
     testing::toRational(a, ra.value);
     testing::toRational(b, rb.value);
     const std::string context = toString(a) + " and " + toString(b);
@@ -189,32 +206,6 @@ TEST(QQArithmeticTest, AddAgreesWithRationalOracle) { differential(Op::kAdd, 101
 TEST(QQArithmeticTest, SubAgreesWithRationalOracle) { differential(Op::kSub, 102); }
 TEST(QQArithmeticTest, MulAgreesWithRationalOracle) { differential(Op::kMul, 103); }
 TEST(QQArithmeticTest, DivAgreesWithRationalOracle) { differential(Op::kDiv, 104); }
-
-TEST(QQArithmeticTest, OperatorFormsAgreeWithTheOperations) {
-  testing::RandomNumbers random(105);
-  for (int i = 0; i < 500; ++i) {
-    const QQ a = random.finite();
-    QQ b = random.finite();
-    if (b.isZero()) b = QQ(1, 3);
-    QQ r;
-    EXPECT_EQ(toString(a + b), toString(add(r, a, b)));
-    EXPECT_EQ(toString(a - b), toString(sub(r, a, b)));
-    EXPECT_EQ(toString(a * b), toString(mul(r, a, b)));
-    EXPECT_EQ(toString(a / b), toString(div(r, a, b)));
-    QQ c = a;
-    c += b;
-    EXPECT_EQ(toString(c), toString(a + b));
-    c = a;
-    c -= b;
-    EXPECT_EQ(toString(c), toString(a - b));
-    c = a;
-    c *= b;
-    EXPECT_EQ(toString(c), toString(a * b));
-    c = a;
-    c /= b;
-    EXPECT_EQ(toString(c), toString(a / b));
-  }
-}
 
 TEST(QQCompareTest, AgreesWithRationalOracleAndInfinities) {
   testing::RandomNumbers random(106);
@@ -324,6 +315,19 @@ TEST(QQArithmeticTest, UnaryMinusFlipsSignsAndInfinities) {
   const QQ negated = -a;
   EXPECT_EQ(toString(a), "1/3");
   EXPECT_EQ(toString(negated), "-1/3");
+}
+
+TEST(QQArithmeticTest, CompoundAssignmentWithItself) {
+  QQ x(-3, 4);
+  x += x;
+  EXPECT_EQ(toString(x), "-1:1/2");
+  x *= x;
+  EXPECT_EQ(toString(x), "2:1/4");
+  x /= QQ(-3, 2);
+  EXPECT_EQ(toString(x), "-1:1/2");
+  x -= x;
+  EXPECT_EQ(toString(x), "0");
+  EXPECT_TRUE(x.isPositive);
 }
 
 TEST(QQArithmeticTest, PostfixDecrementReturnsTheOldValue) {
@@ -478,6 +482,26 @@ class ShortenedProducts : public ::testing::Test {
   void TearDown() override { shortenProducts = false; }
 };
 
+TEST_F(ShortenedProducts, ProductsAreExactWhileNoTermNeedsShortening) {
+  shortenProducts = true;
+  testing::RandomNumbers random(107);
+  Rational ra, rb, expected;
+  for (int i = 0; i < 2000; ++i) {
+    // Denominators below 10^9 keep every fraction term within the 18-digit limit.
+    const QQ a(ZZ(static_cast<long>(random.engine()() >> 1) - (1L << 62)),
+               ZZ(static_cast<long>(1 + random.below(999999999))));
+    const QQ b(ZZ(static_cast<long>(random.below(2000)) - 1000),
+               ZZ(static_cast<long>(1 + random.below(999999999))));
+    testing::toRational(a, ra.value);
+    testing::toRational(b, rb.value);
+    mpq_mul(expected.value, ra.value, rb.value);
+    const QQ product = a * b;
+    ASSERT_TRUE(testing::equalsRational(product, expected.value))
+        << toString(a) << " * " << toString(b);
+    ASSERT_TRUE(isCanonical(product));
+  }
+}
+
 TEST_F(ShortenedProducts, SwitchShortensTheFractionTerms) {
   const QQ a(ZZ("100000000000"), ZZ("99999999999"));  // 1:1/99999999999
   ASSERT_FALSE(shortenProducts);
@@ -493,6 +517,27 @@ TEST_F(ShortenedProducts, SwitchShortensTheFractionTerms) {
   EXPECT_TRUE(isCanonical(shortened));
   // Small products are not affected.
   EXPECT_EQ(toString(q(7, 3) * q(-5, 4)), "-2:11/12");
+}
+
+// The parser keeps a doubly signed integer as read ("--5": isPositive false, ganze -5). The
+// operations then treat the integer part as signed, so the value counts as 5.
+TEST(QQSignedFieldTest, OperationsTreatTheIntegerPartAsSigned) {
+  const QQ doubled("--5");
+  ASSERT_EQ(toString(doubled.ganze), "-5");
+  EXPECT_EQ(toString(doubled * QQ(10)), "50");
+  EXPECT_EQ(toString(QQ("--5e1")), "50");
+  EXPECT_EQ(toString(QQ("+-5") * QQ(2)), "-10");
+  EXPECT_EQ(toString(QQ(10) / doubled), "2");
+  EXPECT_EQ(toString(doubled / QQ(2)), "2:1/2");
+  EXPECT_EQ(toString(doubled + QQ(1)), "6");
+  EXPECT_EQ(toString(QQ(-1) - doubled), "-6");
+}
+
+TEST(QQSignedFieldDeathTest, SumsWithANegativeIntegerPartFailAtNormalisation) {
+  const char* message =
+      "A ganze / zaehler / nenner sign has been set, though it should not be used";
+  EXPECT_EXIT(QQ(1) - QQ("--5"), ::testing::ExitedWithCode(1), failurePattern(message));
+  EXPECT_EXIT(QQ("+-5") + QQ(1), ::testing::ExitedWithCode(1), failurePattern(message));
 }
 
 }  // namespace

@@ -655,7 +655,9 @@ std::int64_t compare(const QQ& a, const QQ& b) {
     // The numerators over the least common denominator, as commonDenominator forms them; equal
     // denominators are the common denominator themselves.
     std::uint64_t za, na, zb, nb;
-    if (mpz_cmp(a.nenner.value, b.nenner.value) == 0) {
+    if (a.zaehler.isZero() && b.zaehler.isZero()) {
+      c = 0;  // equal integers, the common case in coefficient rows
+    } else if (mpz_cmp(a.nenner.value, b.nenner.value) == 0) {
       c = static_cast<std::int16_t>(mpz_cmp(a.zaehler.value, b.zaehler.value));
     } else if (internal::smallPart(a.zaehler, za) && internal::smallPart(a.nenner, na) &&
                internal::smallPart(b.zaehler, zb) && internal::smallPart(b.nenner, nb)) {

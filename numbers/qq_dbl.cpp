@@ -13,6 +13,7 @@
 #include <numeric>
 #include <stdexcept>
 #include <string_view>
+#include <utility>
 
 #include "numbers/internal/wide_int.h"
 #include "numbers/messages.h"
@@ -51,7 +52,8 @@ void setDecimal(QQ& r, bool positive, std::uint64_t mantissa, long scale) {
     return;
   }
   if (scale >= 0) {
-    const auto factor = static_cast<std::uint64_t>(kPowersOfTen[std::min<long>(scale, 19)]);
+    const auto factor =
+        static_cast<std::uint64_t>(kPowersOfTen[std::min<long>(scale, kLargestPowerOfTen)]);
     if (scale <= kLargestPowerOfTen && mantissa <= UINT64_MAX / factor) {
       setSmall(r, positive, mantissa * factor, 0, 1);
       return;

@@ -4,8 +4,8 @@
 
 #include <climits>
 #include <cstddef>
-#include <type_traits>
 #include <string>
+#include <type_traits>
 #include <utility>
 
 #include "tests/numbers/test_support.h"

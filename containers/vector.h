@@ -47,6 +47,11 @@ bool nearlyEqual(const QQ& a, const QQ& b);
 
 }  // namespace detail
 
+// The element test of Vector<QQ> equality and its tolerance, for code that compares rows it keeps
+// in another form and must decide exactly as the vector comparison does.
+inline bool withinVectorTolerance(const QQ& a, const QQ& b) { return detail::nearlyEqual(a, b); }
+inline const QQ& vectorEqualityTolerance() { return detail::vectorTolerance(); }
+
 template <typename T>
 class Vector : public SerializableArray<T> {
  public:

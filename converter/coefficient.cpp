@@ -4,7 +4,7 @@
 #include <cmath>
 #include <cstdlib>
 
-#include "converter/sparse_row.h"
+#include "containers/vector.h"
 
 namespace lpconv {
 
@@ -156,13 +156,7 @@ bool withinTolerance(const Coefficient& a, const Coefficient& b) {
                                  static_cast<UInt128>(b.denominator());
     return magnitude(difference) <= denominators / 1000000000u;
   }
-  const QQ x = a.toQQ();
-  const QQ y = b.toQQ();
-  if (compare(x, y) == 0) return true;
-  QQ difference;
-  sub(difference, x, y);
-  if (!difference.isPositive) difference = -difference;
-  return compare(difference, pairingTolerance()) <= 0;
+  return withinVectorTolerance(a.toQQ(), b.toQQ());
 }
 
 void appendText(std::string& out, const Coefficient& c) {
@@ -201,16 +195,7 @@ double approximate(const Coefficient& c) {
   if (c.isInline()) {
     return static_cast<double>(c.numerator()) / static_cast<double>(c.denominator());
   }
-  const QQ& q = c.big();
-  double value = mpz_get_d(q.ganze.value);
-  if (mpz_sgn(q.zaehler.value) != 0) {
-    long zExp = 0;
-    long nExp = 0;
-    const double z = mpz_get_d_2exp(&zExp, q.zaehler.value);
-    const double n = mpz_get_d_2exp(&nExp, q.nenner.value);
-    value += std::ldexp(z / n, static_cast<int>(zExp - nExp));
-  }
-  return q.isPositive ? value : -value;
+  return static_cast<double>(toDbl(c.big()));
 }
 
 }  // namespace lpconv

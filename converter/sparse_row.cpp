@@ -4,11 +4,6 @@
 
 namespace lpconv {
 
-const QQ& pairingTolerance() {
-  static const QQ tolerance = QQ(1) / fromDbl(static_cast<dbl_t>(1000000000.0L));
-  return tolerance;
-}
-
 void SparseRow::finish() {
   const bool ordered = std::adjacent_find(entries_.begin(), entries_.end(),
                                           [](const RowEntry& a, const RowEntry& b) {

@@ -44,7 +44,4 @@ class SparseRow {
   std::vector<RowEntry> entries_;
 };
 
-// The pairing tolerance 1/10^9, built once as 1 divided by the exact value of 10^9.
-const QQ& pairingTolerance();
-
 }  // namespace lpconv

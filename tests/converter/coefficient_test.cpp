@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "converter/sparse_row.h"
+#include "containers/vector.h"
 
 namespace lpconv {
 namespace {
@@ -66,7 +66,7 @@ TEST(CoefficientTest, RoundTripTextAndInlineForm) {
 
 TEST(CoefficientTest, SubtractionAndToleranceAgreeWithQQ) {
   RandomValues values(2);
-  const QQ& tolerance = pairingTolerance();
+  const QQ& tolerance = vectorEqualityTolerance();
   for (int i = 0; i < 20000; ++i) {
     const QQ a = values.next();
     QQ b = values.next();

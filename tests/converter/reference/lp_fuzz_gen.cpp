@@ -78,14 +78,15 @@ struct Generator {
 
   explicit Generator(std::uint64_t seed) : random(seed) {
     const int roll = random.below(100);
-    mood = roll < 40 ? Mood::kTidy : roll < 75 ? Mood::kQuirky : Mood::kBroken;
-    if (mood == Mood::kBroken)
-      fault = static_cast<Fault>(random.below(static_cast<int>(Fault::kCount)));
+    mood = roll < 35 ? Mood::kTidy : roll < 70 ? Mood::kQuirky : Mood::kBroken;
+    // Consecutive seeds walk through the faults, so any few hundred seeds meet each of them.
+    if (mood == Mood::kBroken) fault = static_cast<Fault>(seed % static_cast<int>(Fault::kCount));
     n = random.between(1, 8);
-    crlf = mood != Mood::kTidy && random.chance(12);
+    crlf = quirky() && random.chance(12);
   }
 
-  bool quirky() const { return mood != Mood::kTidy; }
+  // Broken files are tidy apart from their one fault, so that the fault is what they hit.
+  bool quirky() const { return mood == Mood::kQuirky; }
   bool broken(Fault which) const { return mood == Mood::kBroken && fault == which; }
 
   long variable() {
@@ -209,6 +210,13 @@ struct Generator {
     if (quirky() && random.chance(10)) lines.push_back("\\ Problem: generated");
     const int style = random.below(quirky() ? 10 : 4);
     std::vector<Term> list = terms(random.between(1, n + 1));
+    if (!quirky()) {
+      // The first mention of xN in a line is what makes N the variable count.
+      for (Term& term : list) {
+        if (term.index == n) term.index = list.front().index;
+      }
+      list.front().index = n;
+    }
     if (broken(Fault::kIndexZeroInObjective)) list.push_back({0, "2", false});
     std::string body = expression(list);
     if (quirky() && random.chance(15)) body += " + " + constant();

@@ -60,6 +60,7 @@ TEST(InputLinesTest, AgreesWithGetlineForEveryBufferSize) {
     file.write(text);
     const std::vector<std::string> expected = getlineLines(text);
     for (const std::size_t bufferSize : {1u, 2u, 3u, 7u, 64u, 4096u}) {
+      ::lseek(file.fd(), 0, SEEK_SET);  // the reader starts where the descriptor stands
       InputLines reader(file.fd(), bufferSize);
       ASSERT_EQ(readerLines(reader), expected) << bufferSize;
       reader.rewind();

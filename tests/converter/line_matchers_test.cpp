@@ -56,7 +56,9 @@ TEST(LineMatchersPropertyTest, FirstVariableDigitsAgreeWithGroupOne) {
     const bool found = searchMatch(text, "x([0-9]+)", match);
     const auto digits = firstVariableDigits(text);
     ASSERT_EQ(digits.has_value(), found) << text;
-    if (found) ASSERT_EQ(std::string(*digits), match[1].str()) << text;
+    if (found) {
+      ASSERT_EQ(std::string(*digits), match[1].str()) << text;
+    }
   }
 }
 

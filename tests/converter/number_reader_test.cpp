@@ -14,8 +14,8 @@
 namespace lpconv {
 namespace {
 
-// The route the converter's numbers are defined by: string-to-double, widened to dbl_t, written
-// with 17 significant digits, read back by the QQ text parser.
+// The route the converter's numbers are defined by: decimal string-to-double, widened to dbl_t,
+// written with 17 significant digits, read back by the QQ text parser.
 QQ literalRoute(double value) {
   std::ostringstream text;
   setFullPrecision(text) << static_cast<dbl_t>(value);
@@ -62,7 +62,7 @@ TEST(NumberReaderTest, FastPathEqualsTheLiteralRouteOnAMillionNumerals) {
   for (int i = 0; i < 1000000; ++i) {
     const std::string text = randomNumeral(engine);
     const QQ fast = readCoefficient(text.c_str());
-    const QQ slow = literalRoute(std::strtod(text.c_str(), nullptr));
+    const QQ slow = literalRoute(readDecimal(text.c_str()));
     ASSERT_TRUE(identical(fast, slow)) << '"' << text << "\": " << fast << " vs " << slow;
   }
 }

@@ -43,7 +43,7 @@ show_difference() {
   local name=$1 left=$2 right=$3
   echo "--- $name differs (lpconv first, reference second):"
   diff -u --label lpconv --label reference <(cat -A "$left" 2>/dev/null) \
-    <(cat -A "$right" 2>/dev/null) | head -n 40
+    <(cat -A "$right" 2>/dev/null) | head -n 40 | cut -c 1-200
 }
 
 mismatches=0
@@ -80,7 +80,7 @@ for ((seed = first; seed < first + count; seed++)); do
     failed_seeds+=("$seed")
     if ((mismatches <= 5)); then
       echo "=== seed $seed: ${differs[*]} differ(s); input:"
-      cat -A "$work/model.lp"
+      cat -A "$work/model.lp" | cut -c 1-200
       for item in "${differs[@]}"; do
         case "$item" in
           model.opt) show_difference "$item" "$fast_opt" "$reference_opt" ;;

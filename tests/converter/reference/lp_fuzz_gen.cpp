@@ -192,7 +192,15 @@ struct Generator {
     return text;
   }
 
+  // A 320-digit integer: beyond the double range, so it reads as infinity, and with no letter in
+  // it the scan never reads it a second time.
+  static const std::string& overflowingInteger() {
+    static const std::string text = "1" + std::string(319, '0');
+    return text;
+  }
+
   std::string constant() {
+    if (quirky() && random.chance(3)) return (random.chance(50) ? "" : "- ") + overflowingInteger();
     static const std::vector<std::string> tidy = {"0", "1", "4", "10", "-3", "-12", "40", "100"};
     static const std::vector<std::string> odd = {"2.5",   "-0.5", "0.1",  "1e3", "+",
                                                  "-0",    "inf",  "- -4", "+-5", "---5",

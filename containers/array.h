@@ -73,7 +73,9 @@ class Array {
   virtual bool isNonEmpty() const { return dimension > 0; }
 
   // Checked access to slot i for 0 <= i <= dimension; slot 0 passes the check although it holds
-  // no element. Reports "Array: index out of range" otherwise.
+  // no element. Reports "Array: index out of range" otherwise. On an array that never had
+  // storage, at(0) allocates slot 0 (the const form returns a shared default value) so that the
+  // reference is always to a real object.
   T& at(long i) {
     checkIndex(i);
     if (elements == nullptr) allocateSlotZero();

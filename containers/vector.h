@@ -6,6 +6,7 @@
 
 #include "containers/messages.h"
 #include "containers/serializable_array.h"
+#include "numbers/qq.h"
 #include "util/exceptions.h"
 #include "util/failure.h"
 #include "util/stream_helpers.h"
@@ -36,6 +37,13 @@ template <typename T>
 bool nearlyEqual(const T& a, const T& b) {
   return a == b;
 }
+
+// 1/10^9, built once from the long double 10^9.
+const QQ& vectorTolerance();
+
+// True when a and b compare equal or |a - b| <= 1/10^9. Equal infinities compare equal before
+// any subtraction, so this never reports "INF - INF is not defined".
+bool nearlyEqual(const QQ& a, const QQ& b);
 
 }  // namespace detail
 

@@ -13,11 +13,6 @@ namespace {
 
 constexpr std::size_t none = std::string::npos;
 
-// Unary minus without the copy: zero keeps its positive sign.
-void negateInPlace(QQ& value) {
-  if (!value.isZero()) value.isPositive = !value.isPositive;
-}
-
 bool isSpace(char c) { return std::isspace(static_cast<unsigned char>(c)) != 0; }
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
@@ -92,12 +87,12 @@ std::string parseExpression(std::string_view text, long n, QQ& constant, SparseR
   NextPosition nextX(s, [](char c) { return c == 'x'; });
 
   // A zero read at `from` is an implicit coefficient unless a "0" comes before the next "x".
-  const auto implicitValue = [&](QQ value, std::size_t from, bool negative) {
+  const auto implicitValue = [&](Coefficient value, std::size_t from, bool negative) {
     if (!value.isZero()) return value;
     const std::size_t zero = nextZero.from(from);
     const std::size_t x = nextX.from(from);
-    if (zero < length && zero < x) return QQ();
-    return QQ(negative ? -1L : 1L);
+    if (zero < length && zero < x) return Coefficient();
+    return Coefficient(negative ? -1L : 1L);
   };
   // string-to-double skips leading white space itself; skipping it here through the cached
   // position keeps long runs of form feeds linear.
@@ -108,7 +103,7 @@ std::string parseExpression(std::string_view text, long n, QQ& constant, SparseR
   std::size_t pos = 0;
   while (pos < length && (s[pos] == '<' || s[pos] == '=' || s[pos] == '>')) ++pos;
 
-  QQ current;
+  Coefficient current;
   bool pending = false;
   std::size_t restStart = length;
   while (pos < length) {
@@ -130,9 +125,9 @@ std::string parseExpression(std::string_view text, long n, QQ& constant, SparseR
       restStart = pos;
       break;
     } else if (c == '+' || c == '-') {
-      if (pending) add(constant, constant, current);
-      QQ value = numberAt(pos + 1);
-      if (c == '-') negateInPlace(value);
+      if (pending) add(constant, constant, current.toQQ());
+      Coefficient value = numberAt(pos + 1);
+      if (c == '-') value.negate();
       current = implicitValue(std::move(value), pos + 1, c == '-');
       pending = true;
     } else {
@@ -142,7 +137,7 @@ std::string parseExpression(std::string_view text, long n, QQ& constant, SparseR
     ++pos;
     while (pos < length && isDigit(s[pos])) ++pos;
   }
-  if (pending) add(constant, constant, current);
+  if (pending) add(constant, constant, current.toQQ());
   row.finish();
 
   std::size_t first = restStart;

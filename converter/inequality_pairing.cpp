@@ -14,7 +14,12 @@ namespace {
 // would lose the tolerance in rounding. Such rows are searched one by one.
 constexpr std::size_t hugeBits = 600;
 
-std::size_t ganzeBits(const QQ& q) { return mpz_sizeinbase(q.ganze.value, 2); }
+// Inline coefficients stay below 2^62; only the QQ form can be huge.
+std::size_t integerBits(const Coefficient& c) {
+  if (c.isInline()) return 0;
+  if (c.big().isInf) return std::numeric_limits<std::size_t>::max();
+  return mpz_sizeinbase(c.big().ganze.value, 2);
+}
 
 // A fixed pseudo-random weight in [1, 2) per variable index, so no table of n weights is needed.
 double weightOf(long index) {
@@ -23,19 +28,6 @@ double weightOf(long index) {
   z = (z ^ (z >> 27)) * 0x94D049BB133111EBULL;
   z ^= z >> 31;
   return 1.0 + static_cast<double>(z >> 11) * 0x1.0p-53;
-}
-
-// A finite value below 2^602 as a double, to within a few units in the last place.
-double approximate(const QQ& q) {
-  double value = mpz_get_d(q.ganze.value);
-  if (mpz_sgn(q.zaehler.value) != 0) {
-    long zExp = 0;
-    long nExp = 0;
-    const double z = mpz_get_d_2exp(&zExp, q.zaehler.value);
-    const double n = mpz_get_d_2exp(&nExp, q.nenner.value);
-    value += std::ldexp(z / n, static_cast<int>(zExp - nExp));
-  }
-  return q.isPositive ? value : -value;
 }
 
 struct Projection {
@@ -49,13 +41,12 @@ struct Projection {
 Projection project(const SparseRow& row) {
   Projection p;
   for (const RowEntry& e : row.entries()) {
-    const QQ& v = e.value;
-    const std::size_t bits = v.isInf ? std::numeric_limits<std::size_t>::max() : ganzeBits(v);
+    const std::size_t bits = integerBits(e.value);
     if (bits > hugeBits) p.indexable = false;
     if (bits > hugeBits + 1) p.searchIndex = false;
     if (bits >= hugeBits) p.searchHuge = true;
     if (!p.searchIndex) continue;
-    const double term = weightOf(e.index) * approximate(v);
+    const double term = weightOf(e.index) * approximate(e.value);
     p.sum += term;
     p.magnitude += std::fabs(term);
   }

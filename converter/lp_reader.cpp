@@ -56,12 +56,13 @@ void readBoundLine(const std::string& line, long n, QQ& lowerValue, VariableBoun
       index = readIndex(line.c_str() + i + 1);
     } else if (line[i] == '=') {
       if (index == 0) {
-        lowerValue = leadsToDigit(line, 0) ? readCoefficient(line.c_str()) : QQ::minusInfinity();
+        lowerValue =
+            leadsToDigit(line, 0) ? readCoefficient(line.c_str()).toQQ() : QQ::minusInfinity();
       } else {
         checkIndex(index, n);
         VariableBounds::Pair& pair = bounds.at(index);
         pair.lower = lowerValue;
-        pair.upper = leadsToDigit(line, i + 1) ? readCoefficient(line.c_str() + i + 1)
+        pair.upper = leadsToDigit(line, i + 1) ? readCoefficient(line.c_str() + i + 1).toQQ()
                                                 : QQ::infinity();
         index = 0;
       }

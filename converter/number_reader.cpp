@@ -23,7 +23,7 @@ double readDecimal(const char* text) {
   return std::strtod(text, nullptr);
 }
 
-QQ readCoefficient(const char* text) {
+Coefficient readCoefficient(const char* text) {
   long value = 0;
   int digits = 0;
   while (digits <= maxFastDigits && text[digits] >= '0' && text[digits] <= '9') {
@@ -33,9 +33,9 @@ QQ readCoefficient(const char* text) {
   const char next = text[digits];
   if (digits > 0 && digits <= maxFastDigits && next != '.' && next != 'e' && next != 'E' &&
       !(next >= '0' && next <= '9')) {
-    return QQ(value);
+    return Coefficient(value);
   }
-  return fromDbl(static_cast<dbl_t>(readDecimal(text)));
+  return Coefficient(fromDbl(static_cast<dbl_t>(readDecimal(text))));
 }
 
 }  // namespace lpconv

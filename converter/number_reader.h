@@ -2,6 +2,7 @@
 // Reading the numbers written in an LP line: string-to-double on decimal forms only, widened to
 // dbl_t and made exact through its 17-significant-digit text.
 
+#include "converter/coefficient.h"
 #include "numbers/qq.h"
 
 namespace lpconv {
@@ -13,6 +14,6 @@ double readDecimal(const char* text);
 // The exact value of readDecimal(text) as the converter sees it: fromDbl of the value widened to
 // dbl_t. Plain digit runs take a fast path that gives the same value without the text round trip.
 // A NaN reaches the QQ text parser, which throws std::invalid_argument("mpz_set_str").
-QQ readCoefficient(const char* text);
+Coefficient readCoefficient(const char* text);
 
 }  // namespace lpconv

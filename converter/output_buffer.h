@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "converter/coefficient.h"
 #include "numbers/qq.h"
 
 namespace lpconv {
@@ -19,7 +20,14 @@ class OutputBuffer {
   OutputBuffer& operator=(const OutputBuffer&) = delete;
 
   void put(std::string_view text);
-  void put(const QQ& value) { appendText(buffer_, value); flushIfFull(); }
+  void put(const QQ& value) {
+    appendText(buffer_, value);
+    flushIfFull();
+  }
+  void put(const Coefficient& value) {
+    appendText(buffer_, value);
+    flushIfFull();
+  }
   // `count` copies of `item` (such as "0 " or "inf "), without building them one by one.
   void putRepeated(std::string_view item, long count);
   void flush();

@@ -46,16 +46,17 @@ void SparseRow::subtract(const SparseRow& other) {
   result.reserve(entries_.size() + other.entries_.size());
   auto a = entries_.begin();
   auto b = other.entries_.begin();
+  const Coefficient zero;
   while (a != entries_.end() || b != other.entries_.end()) {
     if (b == other.entries_.end() || (a != entries_.end() && a->index < b->index)) {
       result.push_back(std::move(*a));
       ++a;
     } else if (a == entries_.end() || b->index < a->index) {
-      result.push_back({b->index, -b->value});
+      result.push_back({b->index, lpconv::subtract(zero, b->value)});
       ++b;
     } else {
-      sub(a->value, a->value, b->value);
-      if (!a->value.isZero()) result.push_back(std::move(*a));
+      Coefficient difference = lpconv::subtract(a->value, b->value);
+      if (!difference.isZero()) result.push_back({a->index, std::move(difference)});
       ++a;
       ++b;
     }
@@ -63,51 +64,25 @@ void SparseRow::subtract(const SparseRow& other) {
   entries_ = std::move(result);
 }
 
-namespace {
-
-// Whether two entries of the same index differ by more than the tolerance.
-bool differBeyondTolerance(const QQ& a, const QQ& b) {
-  if (compare(a, b) == 0) return false;
-  QQ difference;
-  sub(difference, a, b);
-  if (!difference.isPositive) difference = -difference;
-  return compare(difference, pairingTolerance()) > 0;
-}
-
-}  // namespace
-
 bool equalWithinTolerance(const SparseRow& a, const SparseRow& b) {
-  static const QQ zero;
+  const Coefficient zero;
   auto i = a.entries_.begin();
   auto j = b.entries_.begin();
   while (i != a.entries_.end() || j != b.entries_.end()) {
     if (j == b.entries_.end() || (i != a.entries_.end() && i->index < j->index)) {
-      if (differBeyondTolerance(i->value, zero)) return false;
+      if (!withinTolerance(i->value, zero)) return false;
       ++i;
     } else if (i == a.entries_.end() || j->index < i->index) {
-      if (differBeyondTolerance(zero, j->value)) return false;
+      if (!withinTolerance(zero, j->value)) return false;
       ++j;
     } else {
-      if (differBeyondTolerance(i->value, j->value)) return false;
+      if (!withinTolerance(i->value, j->value)) return false;
       ++i;
       ++j;
     }
   }
   return true;
 }
-
-namespace {
-
-// Field by field, which for canonical values is value equality; unlike compare, it never narrows
-// the integer comparison, so rows grouped by it are truly identical.
-bool identical(const QQ& a, const QQ& b) {
-  return a.isInf == b.isInf && a.isPositive == b.isPositive &&
-         mpz_cmp(a.ganze.value, b.ganze.value) == 0 &&
-         mpz_cmp(a.zaehler.value, b.zaehler.value) == 0 &&
-         mpz_cmp(a.nenner.value, b.nenner.value) == 0;
-}
-
-}  // namespace
 
 bool operator==(const SparseRow& a, const SparseRow& b) {
   if (a.entries_.size() != b.entries_.size()) return false;

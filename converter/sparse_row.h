@@ -5,13 +5,14 @@
 
 #include <vector>
 
+#include "converter/coefficient.h"
 #include "numbers/qq.h"
 
 namespace lpconv {
 
 struct RowEntry {
   long index;  // 1..n
-  QQ value;    // never zero once the row is finished
+  Coefficient value;  // never zero once the row is finished
 };
 
 class SparseRow {
@@ -22,8 +23,8 @@ class SparseRow {
 
   // Sets entry `index` as a scan does: a later assignment to the same index overwrites an
   // earlier one. Entries may arrive in any order until finish() is called.
-  void assign(long index, const QQ& value) { entries_.push_back({index, value}); }
-  void assign(long index, QQ&& value) { entries_.push_back({index, std::move(value)}); }
+  void assign(long index, const Coefficient& value) { entries_.push_back({index, value}); }
+  void assign(long index, Coefficient&& value) { entries_.push_back({index, std::move(value)}); }
 
   // Brings assigned entries into index order, keeping the last assignment per index, and drops
   // zeros.

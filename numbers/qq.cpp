@@ -1,7 +1,10 @@
 #include "numbers/qq.h"
 
+#include <cstdint>
+#include <numeric>
 #include <utility>
 
+#include "numbers/internal/wide_int.h"
 #include "numbers/messages.h"
 #include "util/failure.h"
 
@@ -32,8 +35,8 @@ bool isOne(const ZZ& z) { return mpz_cmp_ui(z.value, 1) == 0; }
 void setZero(QQ& r) {
   r.isInf = false;
   r.isPositive = true;
-  mpz_set_ui(r.ganze.value, 0);
-  mpz_set_ui(r.zaehler.value, 0);
+  internal::setUnsigned(r.ganze.value, 0);
+  internal::setUnsigned(r.zaehler.value, 0);
   mpz_set_ui(r.nenner.value, 1);
 }
 
@@ -41,7 +44,7 @@ void setInfinity(QQ& r, bool positive) {
   r.isInf = true;
   r.isPositive = positive;
   mpz_set_ui(r.ganze.value, 1);
-  mpz_set_ui(r.zaehler.value, 0);
+  internal::setUnsigned(r.zaehler.value, 0);
   mpz_set_ui(r.nenner.value, 1);
 }
 
@@ -162,6 +165,67 @@ void subMagnitudes(QQ& r, const QQ& a, const QQ& b, bool negated) {
   takeRegisters(r, s, nonNegative != negated);
 }
 
+// r = ±|a| ± |b| (signs aPositive, bPositive) in native arithmetic, for finite canonical a and b
+// whose six integers are all below 2^62. Returns false, touching nothing, when one is larger.
+bool addSmall(QQ& r, const QQ& a, bool aPositive, const QQ& b, bool bPositive) {
+  using internal::i128;
+  using internal::u128;
+  std::uint64_t ga, za, na, gb, zb, nb;
+  if (!internal::smallPart(a.nenner, na) || !internal::smallPart(b.nenner, nb) ||
+      !internal::smallPart(a.ganze, ga) || !internal::smallPart(a.zaehler, za) ||
+      !internal::smallPart(b.ganze, gb) || !internal::smallPart(b.zaehler, zb)) {
+    return false;
+  }
+  // Over the least common denominator na · (nb / d); only factors of d can remain in common.
+  // Decimal denominators often divide one another; that test is far cheaper than a gcd.
+  const std::uint64_t d = nb % na == 0 ? na : na % nb == 0 ? nb : std::gcd(na, nb);
+  const std::uint64_t aScale = nb / d;
+  const std::uint64_t bScale = na / d;
+  u128 n = static_cast<u128>(na) * aScale;
+  const auto termA = static_cast<i128>(static_cast<u128>(za) * aScale);
+  const auto termB = static_cast<i128>(static_cast<u128>(zb) * bScale);
+  i128 z = (aPositive ? termA : -termA) + (bPositive ? termB : -termB);
+  i128 g = (aPositive ? static_cast<i128>(ga) : -static_cast<i128>(ga)) +
+           (bPositive ? static_cast<i128>(gb) : -static_cast<i128>(gb));
+  // |z| < 2n: at most two steps bring the fraction into [0, n).
+  while (z < 0) {
+    z += static_cast<i128>(n);
+    --g;
+  }
+  while (z >= static_cast<i128>(n)) {
+    z -= static_cast<i128>(n);
+    ++g;
+  }
+  bool positive = true;
+  if (g < 0) {
+    positive = false;
+    if (z == 0) {
+      g = -g;
+    } else {
+      g = -g - 1;
+      z = static_cast<i128>(n) - z;
+    }
+  }
+  auto fraction = static_cast<u128>(z);
+  if (fraction == 0) {
+    n = 1;
+  } else if (d != 1) {
+    const std::uint64_t rest = (fraction >> 64) == 0 ? static_cast<std::uint64_t>(fraction) % d
+                                                     : static_cast<std::uint64_t>(fraction % d);
+    const std::uint64_t common = std::gcd(rest, d);
+    if (common != 1) {
+      fraction /= common;
+      n /= common;
+    }
+  }
+  r.isInf = false;
+  r.isPositive = positive || (g == 0 && fraction == 0);
+  internal::setWide(r.ganze.value, static_cast<u128>(g));
+  internal::setWide(r.zaehler.value, fraction);
+  internal::setWide(r.nenner.value, n);
+  return true;
+}
+
 // a + b where b carries the sign bPositive (so subtraction is a + (-b)); r may alias a or b.
 void addSigned(QQ& r, const QQ& a, const QQ& b, bool bPositive) {
   if (a.isInf || b.isInf) {
@@ -175,6 +239,17 @@ void addSigned(QQ& r, const QQ& a, const QQ& b, bool bPositive) {
     }
     return;
   }
+  // Adding 0 is common in the converter's rows (a side without a constant, absent terms).
+  if (b.isZero()) {
+    if (&r != &a) r = a;
+    return;
+  }
+  if (a.isZero()) {
+    if (&r != &b) r = b;
+    r.isPositive = bPositive;
+    return;
+  }
+  if (addSmall(r, a, a.isPositive, b, bPositive)) return;
   if (a.isPositive == bPositive) {
     addMagnitudes(r, a, b, a.isPositive);
   } else {
@@ -209,8 +284,53 @@ void cancel(mpz_ptr x, mpz_ptr y, mpz_ptr common) {
   }
 }
 
+// The numerator ganze · nenner + zaehler of |x| as an improper fraction, and the denominator,
+// when both fit in one word.
+bool smallImproper(const QQ& x, std::uint64_t& numerator, std::uint64_t& denominator) {
+  std::uint64_t g, z;
+  if (!internal::smallPart(x.ganze, g) || !internal::smallPart(x.zaehler, z) ||
+      !internal::smallPart(x.nenner, denominator)) {
+    return false;
+  }
+  const internal::u128 n = static_cast<internal::u128>(g) * denominator + z;
+  if ((n >> 64) != 0) return false;
+  numerator = static_cast<std::uint64_t>(n);
+  return true;
+}
+
+// r = (p / q) with the given sign, for coprime p and q > 0.
+void setQuotient(QQ& r, internal::u128 p, internal::u128 q, bool positive) {
+  r.isInf = false;
+  r.isPositive = positive;
+  if (q == 1) {
+    internal::setWide(r.ganze.value, p);
+    internal::setUnsigned(r.zaehler.value, 0);
+    mpz_set_ui(r.nenner.value, 1);
+    return;
+  }
+  internal::setWide(r.ganze.value, p / q);
+  internal::setWide(r.zaehler.value, p % q);
+  internal::setWide(r.nenner.value, q);
+}
+
+// |a| · |b| (or |a| / |b| when `divide`) in native arithmetic for finite, non-zero, canonical
+// operands whose improper fractions fit in one word each. Returns false, touching nothing,
+// otherwise.
+bool mulSmall(QQ& r, const QQ& a, const QQ& b, bool divide, bool positive) {
+  std::uint64_t pa, qa, pb, qb;
+  if (!smallImproper(a, pa, qa) || !smallImproper(b, pb, qb)) return false;
+  if (divide) std::swap(pb, qb);
+  // Each fraction is reduced, so cancelling crosswise leaves the product reduced.
+  const std::uint64_t g1 = std::gcd(pa, qb);
+  const std::uint64_t g2 = std::gcd(pb, qa);
+  setQuotient(r, static_cast<internal::u128>(pa / g1) * (pb / g2),
+              static_cast<internal::u128>(qa / g2) * (qb / g1), positive);
+  return true;
+}
+
 // |a| · |b| for finite, non-zero, canonical operands: the improper fractions cross-cancelled.
 void mulMagnitudes(QQ& r, const QQ& a, const QQ& b, bool positive) {
+  if (mulSmall(r, a, b, false, positive)) return;
   Registers& s = registers();
   if (isOne(a.nenner) && isOne(b.nenner)) {
     mpz_mul(s.g, a.ganze.value, b.ganze.value);
@@ -219,8 +339,8 @@ void mulMagnitudes(QQ& r, const QQ& a, const QQ& b, bool positive) {
     takeRegisters(r, s, positive);
     return;
   }
-  // t/n1 · u/n2 with n1 in s.d's place kept as copies: both numerators are coprime to their own
-  // denominators, so cancelling crosswise leaves the product reduced.
+  // (t / na) · (u / nb): each numerator is coprime to its own denominator, so cancelling
+  // crosswise leaves the product reduced.
   improperNumerator(s.t, a);
   improperNumerator(s.u, b);
   mpz_set(s.z, a.nenner.value);
@@ -235,6 +355,7 @@ void mulMagnitudes(QQ& r, const QQ& a, const QQ& b, bool positive) {
 
 // |a| / |b| for finite, non-zero, canonical operands.
 void divMagnitudes(QQ& r, const QQ& a, const QQ& b, bool positive) {
+  if (mulSmall(r, a, b, true, positive)) return;
   Registers& s = registers();
   // (ta / na) / (tb / nb) = (ta · nb) / (na · tb), cancelled crosswise.
   improperNumerator(s.t, a);
@@ -249,9 +370,83 @@ void divMagnitudes(QQ& r, const QQ& a, const QQ& b, bool positive) {
   takeRegisters(r, s, positive);
 }
 
-// The product as the sum of the four terms of the mixed parts, each shortened to digitLimit
-// digits first: only used while shortenProducts is on, since it changes the value then.
-void mulShortened(QQ& r, const QQ& a, const QQ& b) {
+// The field-by-field definitions of the operations. They give the same canonical results as the
+// fast paths above for canonical operands; they serve the two cases the fast paths do not: the
+// shortened products, and operands whose integer part carries a sign of its own (the parser keeps
+// a doubly signed integer such as "--5" as read), which these definitions treat as signed parts.
+
+bool hasSignedField(const QQ& x) {
+  return x.ganze.sign() < 0 || x.zaehler.sign() < 0 || x.nenner.sign() < 0;
+}
+
+QQ& subByFields(QQ& r, const QQ& a, const QQ& b);
+
+QQ& addByFields(QQ& r, const QQ& aIn, const QQ& bIn) {
+  const QQ a(aIn);
+  const QQ b(bIn);
+  if (a.isPositive && !b.isPositive) return subByFields(r, a, -b);
+  if (!a.isPositive) return subByFields(r, b, -a);
+  if (a.isInf || b.isInf) {
+    setInfinity(r, true);
+    return r;
+  }
+  ZZ az;
+  ZZ bz;
+  ZZ common;
+  commonDenominator(az, bz, common, a, b);
+  r.isInf = false;
+  r.isPositive = true;
+  r.zaehler = az + bz;
+  r.ganze = a.ganze + b.ganze;
+  r.nenner = std::move(common);
+  return normalize(r);
+}
+
+QQ& subByFields(QQ& r, const QQ& aIn, const QQ& bIn) {
+  const QQ a(aIn);
+  const QQ b(bIn);
+  if (a.isPositive && !b.isPositive) return addByFields(r, a, -b);
+  if (!a.isPositive) {
+    addByFields(r, -a, b);
+    if (!r.isZero()) r.isPositive = !r.isPositive;
+    return r;
+  }
+  if (a.isInf) {
+    if (b.isInf) reportFailure(messages::kInfMinusInf);
+    setInfinity(r, true);
+    return r;
+  }
+  if (b.isInf) {
+    setInfinity(r, false);
+    return r;
+  }
+  ZZ az;
+  ZZ bz;
+  ZZ common;
+  commonDenominator(az, bz, common, a, b);
+  ZZ z = az - bz;
+  ZZ g = a.ganze - b.ganze;
+  r.isInf = false;
+  if ((g.sign() >= 0) == (z.sign() >= 0)) {
+    r.isPositive = g.sign() >= 0;
+    abs(g);
+    abs(z);
+  } else {
+    // One part negative, the other not: fold the integer part into the fraction.
+    z += g * common;
+    g = ZZ(0L);
+    r.isPositive = z.sign() >= 0;
+    abs(z);
+  }
+  r.ganze = std::move(g);
+  r.zaehler = std::move(z);
+  r.nenner = std::move(common);
+  return normalize(r);
+}
+
+// The product as the sum of the four terms of the signed mixed parts; with shortenProducts on,
+// the three fraction terms are first shortened to digitLimit digits, which changes the value.
+void mulByTerms(QQ& r, const QQ& a, const QQ& b) {
   const ZZ ga = signedGanze(a);
   const ZZ za = signedZaehler(a);
   const ZZ gb = signedGanze(b);
@@ -260,13 +455,27 @@ void mulShortened(QQ& r, const QQ& a, const QQ& b) {
   QQ t2(ga * zb, b.nenner);
   QQ t3(gb * za, a.nenner);
   QQ t4(za * zb, a.nenner * b.nenner);
-  for (QQ* t : {&t4, &t3, &t2}) {
-    limitDigits(*t, digitLimit, true);
-    normalize(*t);
+  if (shortenProducts) {
+    for (QQ* t : {&t4, &t3, &t2}) {
+      limitDigits(*t, digitLimit, true);
+      normalize(*t);
+    }
   }
   QQ sum = t1 + t2;
   sum += t3;
   sum += t4;
+  r = std::move(sum);
+  normalize(r);
+}
+
+// a / b as QQ(ga · nb, B) + QQ(za · nb, na · B) with B = gb · nb + zb, all parts signed.
+void divByTerms(QQ& r, const QQ& a, const QQ& b) {
+  const ZZ ga = signedGanze(a);
+  const ZZ za = signedZaehler(a);
+  const ZZ gb = signedGanze(b);
+  const ZZ zb = signedZaehler(b);
+  const ZZ bigB = gb * b.nenner + zb;
+  QQ sum = QQ(ga * b.nenner, bigB) + QQ(za * b.nenner, a.nenner * bigB);
   r = std::move(sum);
   normalize(r);
 }
@@ -285,6 +494,8 @@ QQ::QQ(long v) : isInf(false), isPositive(v >= 0), ganze(), zaehler(), nenner(1u
 }
 
 QQ::QQ(int v) : QQ(static_cast<long>(v)) {}
+
+QQ::QQ(unsigned long v) : isInf(false), isPositive(true), ganze(v), zaehler(), nenner(1ul) {}
 
 QQ::QQ(const ZZ& z) : isInf(false), isPositive(z.sign() >= 0), ganze(z), zaehler(), nenner(1ul) {
   abs(ganze);
@@ -370,11 +581,13 @@ QQ QQ::operator--(int) {
 }
 
 QQ& add(QQ& r, const QQ& a, const QQ& b) {
+  if (hasSignedField(a) || hasSignedField(b)) return addByFields(r, a, b);
   addSigned(r, a, b, b.isPositive);
   return r;
 }
 
 QQ& sub(QQ& r, const QQ& a, const QQ& b) {
+  if (hasSignedField(a) || hasSignedField(b)) return subByFields(r, a, b);
   addSigned(r, a, b, !b.isPositive);
   return r;
 }
@@ -394,8 +607,8 @@ QQ& mul(QQ& r, const QQ& a, const QQ& b) {
     setZero(r);
     return r;
   }
-  if (shortenProducts) {
-    mulShortened(r, a, b);
+  if (shortenProducts || hasSignedField(a) || hasSignedField(b)) {
+    mulByTerms(r, a, b);
   } else {
     mulMagnitudes(r, a, b, a.isPositive == b.isPositive);
   }
@@ -421,7 +634,11 @@ QQ& div(QQ& r, const QQ& a, const QQ& b) {
     setZero(r);
     return r;
   }
-  divMagnitudes(r, a, b, a.isPositive == b.isPositive);
+  if (hasSignedField(a) || hasSignedField(b)) {
+    divByTerms(r, a, b);
+  } else {
+    divMagnitudes(r, a, b, a.isPositive == b.isPositive);
+  }
   return r;
 }
 
@@ -437,8 +654,18 @@ std::int64_t compare(const QQ& a, const QQ& b) {
   if (c == 0) {
     // The numerators over the least common denominator, as commonDenominator forms them; equal
     // denominators are the common denominator themselves.
-    if (mpz_cmp(a.nenner.value, b.nenner.value) == 0) {
+    std::uint64_t za, na, zb, nb;
+    if (a.zaehler.isZero() && b.zaehler.isZero()) {
+      c = 0;  // equal integers, the common case in coefficient rows
+    } else if (mpz_cmp(a.nenner.value, b.nenner.value) == 0) {
       c = static_cast<std::int16_t>(mpz_cmp(a.zaehler.value, b.zaehler.value));
+    } else if (internal::smallPart(a.zaehler, za) && internal::smallPart(a.nenner, na) &&
+               internal::smallPart(b.zaehler, zb) && internal::smallPart(b.nenner, nb)) {
+      // One-word fractions: the cross products order them like the numerators over the least
+      // common denominator.
+      const internal::u128 left = static_cast<internal::u128>(za) * nb;
+      const internal::u128 right = static_cast<internal::u128>(zb) * na;
+      c = static_cast<std::int16_t>((left > right) - (left < right));
     } else {
       Registers& s = registers();
       mpz_gcd(s.d, a.nenner.value, b.nenner.value);

@@ -34,10 +34,16 @@ class QQ {
   QQ();
   // The infinity constructor: +infinity for true, -infinity for false.
   explicit QQ(bool positive);
-  QQ(long v);  // NOLINT(google-explicit-constructor): integers convert freely
-  QQ(int v);   // NOLINT(google-explicit-constructor)
-  QQ(const ZZ& z);  // NOLINT(google-explicit-constructor)
-  QQ(ZZ&& z);       // NOLINT(google-explicit-constructor)
+  // Integers convert implicitly.
+  QQ(long v);
+  QQ(int v);
+  QQ(unsigned long v);
+  // A floating value would silently lose its fraction on the way through long: fromDbl is the
+  // conversion from dbl_t. (This also keeps floor(2.5) and the like from binding to QQ.)
+  QQ(double) = delete;
+  QQ(long double) = delete;
+  QQ(const ZZ& z);
+  QQ(ZZ&& z);
   // numerator / denominator, normalised; each negative argument flips the sign. A zero
   // denominator is not checked (GMP's division by zero follows).
   QQ(const ZZ& numerator, const ZZ& denominator);

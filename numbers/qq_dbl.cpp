@@ -1,14 +1,21 @@
 // Conversions between QQ and the long floating type dbl_t.
 
+#include <algorithm>
+#include <array>
+#include <bit>
 #include <charconv>
+#include <climits>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <limits>
 #include <numeric>
 #include <stdexcept>
 #include <string_view>
+#include <utility>
 
+#include "numbers/internal/wide_int.h"
 #include "numbers/messages.h"
 #include "numbers/precision_exceptions.h"
 #include "numbers/qq.h"
@@ -17,35 +24,70 @@ namespace lpconv {
 
 namespace {
 
-constexpr std::uint64_t kPowersOfTen[] = {1ull,
-                                          10ull,
-                                          100ull,
-                                          1000ull,
-                                          10000ull,
-                                          100000ull,
-                                          1000000ull,
-                                          10000000ull,
-                                          100000000ull,
-                                          1000000000ull,
-                                          10000000000ull,
-                                          100000000000ull,
-                                          1000000000000ull,
-                                          10000000000000ull,
-                                          100000000000000ull,
-                                          1000000000000000ull,
-                                          10000000000000000ull,
-                                          100000000000000000ull,
-                                          1000000000000000000ull,
-                                          10000000000000000000ull};
-constexpr int kLargestPowerOfTen = 19;
+using internal::u128;
 
-void setFinite(QQ& r, bool positive, std::uint64_t whole, std::uint64_t numerator,
-               std::uint64_t denominator) {
+constexpr int kLargestPowerOfTen = 19;  // 10^19 is the largest power of ten below 2^64
+
+constexpr std::array<u128, 39> powersOfTen() {
+  std::array<u128, 39> p{};
+  p[0] = 1;
+  for (std::size_t i = 1; i < p.size(); ++i) p[i] = p[i - 1] * 10;
+  return p;
+}
+constexpr std::array<u128, 39> kPowersOfTen = powersOfTen();
+
+void setSmall(QQ& r, bool positive, std::uint64_t whole, std::uint64_t numerator,
+              std::uint64_t denominator) {
   r.isInf = false;
-  mpz_set_ui(r.ganze.value, whole);
-  mpz_set_ui(r.zaehler.value, numerator);
-  mpz_set_ui(r.nenner.value, denominator);
+  internal::setUnsigned(r.ganze.value, whole);
+  internal::setUnsigned(r.zaehler.value, numerator);
+  internal::setUnsigned(r.nenner.value, denominator);
   r.isPositive = positive || (whole == 0 && numerator == 0);
+}
+
+// r = ±mantissa · 10^scale in canonical form.
+void setDecimal(QQ& r, bool positive, std::uint64_t mantissa, long scale) {
+  if (mantissa == 0) {
+    setSmall(r, true, 0, 0, 1);
+    return;
+  }
+  if (scale >= 0) {
+    const auto factor =
+        static_cast<std::uint64_t>(kPowersOfTen[std::min<long>(scale, kLargestPowerOfTen)]);
+    if (scale <= kLargestPowerOfTen && mantissa <= UINT64_MAX / factor) {
+      setSmall(r, positive, mantissa * factor, 0, 1);
+      return;
+    }
+    setSmall(r, positive, mantissa, 0, 1);
+    ZZ power;
+    mpz_ui_pow_ui(power.value, 10, static_cast<unsigned long>(scale));
+    mpz_mul(r.ganze.value, r.ganze.value, power.value);
+    return;
+  }
+  // The denominator 10^places = 2^places · 5^places shares only twos and fives with the mantissa.
+  const long places = -scale;
+  long twos = std::min<long>(std::countr_zero(mantissa), places);
+  mantissa >>= twos;
+  long fives = 0;
+  while (fives < places && mantissa % 5 == 0) {
+    mantissa /= 5;
+    ++fives;
+  }
+  twos = places - twos;
+  fives = places - fives;
+  if (twos < 64 && fives <= 27) {
+    u128 denominator = static_cast<u128>(1) << twos;
+    for (long i = 0; i < fives; ++i) denominator *= 5;
+    if (denominator <= UINT64_MAX) {
+      const auto d = static_cast<std::uint64_t>(denominator);
+      setSmall(r, positive, mantissa / d, mantissa % d, d);
+      return;
+    }
+  }
+  // A denominator beyond 64 bits exceeds the mantissa: no integer part.
+  setSmall(r, positive, 0, mantissa, 1);
+  mpz_ui_pow_ui(r.nenner.value, 5, static_cast<unsigned long>(fives));
+  mpz_mul_2exp(r.nenner.value, r.nenner.value, static_cast<unsigned long>(twos));
 }
 
 // Reads the printf forms "[-]digits[.digits][e(+|-)digits]" with at most 19 significant digits
@@ -95,48 +137,100 @@ bool readDecimal(std::string_view text, QQ& r) {
     scale += negativeExponent ? -exponent : exponent;
   }
   if (i != text.size()) return false;
-
-  if (mantissa == 0) {
-    setFinite(r, true, 0, 0, 1);
-    return true;
-  }
-  if (scale >= 0) {
-    if (scale <= kLargestPowerOfTen &&
-        mantissa <= std::numeric_limits<std::uint64_t>::max() / kPowersOfTen[scale]) {
-      setFinite(r, positive, mantissa * kPowersOfTen[scale], 0, 1);
-      return true;
-    }
-    setFinite(r, positive, 0, 0, 1);
-    mpz_ui_pow_ui(r.ganze.value, 10, static_cast<unsigned long>(scale));
-    mpz_mul_ui(r.ganze.value, r.ganze.value, mantissa);
-    return true;
-  }
-  const long places = -scale;
-  if (places <= kLargestPowerOfTen) {
-    std::uint64_t denominator = kPowersOfTen[places];
-    const std::uint64_t whole = mantissa / denominator;
-    std::uint64_t numerator = mantissa % denominator;
-    const std::uint64_t common = std::gcd(numerator, denominator);
-    numerator /= common;
-    denominator /= common;
-    setFinite(r, positive, whole, numerator, numerator == 0 ? 1 : denominator);
-    return true;
-  }
-  // 10^places exceeds the mantissa: only the factors 2 and 5 of the mantissa can cancel.
-  long twos = 0;
-  while (twos < places && mantissa % 2 == 0) {
-    mantissa /= 2;
-    ++twos;
-  }
-  long fives = 0;
-  while (fives < places && mantissa % 5 == 0) {
-    mantissa /= 5;
-    ++fives;
-  }
-  setFinite(r, positive, 0, mantissa, 1);
-  mpz_ui_pow_ui(r.nenner.value, 5, static_cast<unsigned long>(places - fives));
-  mpz_mul_2exp(r.nenner.value, r.nenner.value, static_cast<unsigned long>(places - twos));
+  setDecimal(r, positive, mantissa, scale);
   return true;
+}
+
+// A finite value > 0 as mantissa · 2^binaryScale with an odd mantissa.
+struct BinaryValue {
+  std::uint64_t mantissa;
+  long binaryScale;
+};
+
+BinaryValue decompose(dbl_t value) {
+  std::uint64_t mantissa = 0;
+  long binaryScale = 0;
+  if constexpr (std::numeric_limits<dbl_t>::digits == 64 &&
+                std::numeric_limits<dbl_t>::max_exponent == 16384) {
+    // The x87 extended format: 64 significand bits with an explicit leading bit, then the sign
+    // and a 15-bit exponent biased by 16383. Reading the bits is much cheaper than frexp.
+    unsigned char bytes[sizeof(dbl_t)];
+    std::memcpy(bytes, &value, sizeof value);
+    std::memcpy(&mantissa, bytes, sizeof mantissa);
+    std::uint16_t top = 0;
+    std::memcpy(&top, bytes + sizeof mantissa, sizeof top);
+    const long biased = top & 0x7fff;
+    binaryScale = (biased == 0 ? 1 : biased) - 16383 - 63;
+  } else {
+    int exponent = 0;
+    const dbl_t fraction = std::frexp(value, &exponent);  // value = fraction · 2^exponent
+    mantissa = static_cast<std::uint64_t>(std::ldexp(fraction, 64));
+    binaryScale = exponent - 64;
+  }
+  const int zeros = std::countr_zero(mantissa);
+  return {mantissa >> zeros, binaryScale + zeros};
+}
+
+// Rounds v = mantissa · 2^binaryScale (> 0) to `precision` significant decimal digits, ties to
+// even, exactly as printf's "%.*Lg" does: v ≈ digits · 10^scale. Works in 128-bit integers and
+// returns false when v is too large or too small for them (the caller then formats the text).
+bool roundToDigits(BinaryValue v, int precision, std::uint64_t& digits, long& scale) {
+  if (precision < 1 || precision > kLargestPowerOfTen) return false;
+  const std::uint64_t mantissa = v.mantissa;
+  const long binaryScale = v.binaryScale;
+  // floor(log10(2^floor(log2 v))): the decimal exponent or one below it.
+  const long log2 = 63 - std::countl_zero(mantissa) + binaryScale;
+  long decimalExponent = (log2 * 78913) >> 18;
+  const u128 lowest = kPowersOfTen[static_cast<std::size_t>(precision - 1)];
+  const u128 limit = kPowersOfTen[static_cast<std::size_t>(precision)];
+  for (int attempt = 0; attempt < 3; ++attempt) {
+    // value · 10^shift = numerator / denominator, to be rounded to an integer.
+    const long shift = precision - 1 - decimalExponent;
+    if (shift > 38 || shift < -38) return false;
+    u128 numerator = mantissa;
+    u128 denominator = 1;
+    if (shift >= 0) {
+      const u128 factor = kPowersOfTen[static_cast<std::size_t>(shift)];
+      if (factor > ~static_cast<u128>(0) / numerator) return false;
+      numerator *= factor;
+    } else {
+      denominator = kPowersOfTen[static_cast<std::size_t>(-shift)];
+    }
+    if (binaryScale >= 0) {
+      if (binaryScale >= 127 || numerator > (~static_cast<u128>(0) >> binaryScale)) return false;
+      numerator <<= binaryScale;
+    } else {
+      // The denominator stays below 2^127 so that twice the remainder fits.
+      if (-binaryScale >= 127 || denominator > (static_cast<u128>(1) << (127 + binaryScale))) {
+        return false;
+      }
+      denominator <<= -binaryScale;
+    }
+    u128 quotient;
+    u128 rest;
+    if (shift >= 0 && binaryScale < 0) {
+      // The common case: the denominator is a power of two.
+      quotient = numerator >> -binaryScale;
+      rest = numerator & (denominator - 1);
+    } else {
+      quotient = numerator / denominator;
+      rest = numerator % denominator;
+    }
+    if (quotient < lowest) {
+      --decimalExponent;
+      continue;
+    }
+    if (quotient >= limit) {
+      ++decimalExponent;
+      continue;
+    }
+    const u128 twice = rest << 1;
+    if (twice > denominator || (twice == denominator && (quotient & 1) != 0)) ++quotient;
+    digits = static_cast<std::uint64_t>(quotient);
+    scale = -shift;
+    return true;
+  }
+  return false;
 }
 
 // The nearest dbl_t to numerator / denominator (both positive), ties to even, including the
@@ -216,39 +310,56 @@ bool cutAfterDigits(const QQ& x, long budget, QQ& cut) {
   return false;
 }
 
+// The value of the text printf writes for value with "%.*Lg": read straight when it has the plain
+// decimal form, else by the parser.
+QQ fromPrintedText(dbl_t value, int precision) {
+  char buffer[64];
+  const int length = std::snprintf(buffer, sizeof buffer, "%.*Lg", precision, value);
+  if (length >= 0 && length < static_cast<int>(sizeof buffer)) {
+    const std::string_view text(buffer, static_cast<std::size_t>(length));
+    QQ r;
+    if (readDecimal(text, r)) return r;
+    return QQ(std::string(text));
+  }
+  std::string text(static_cast<std::size_t>(std::max(length, 0)) + 1, '\0');
+  std::snprintf(text.data(), text.size(), "%.*Lg", precision, value);
+  text.pop_back();
+  return QQ(text);
+}
+
+// fromDbl for a finite non-zero value. Every return names r, so the result is built in place.
+QQ fromFinite(dbl_t value) {
+  const bool positive = !std::signbit(value);
+  const BinaryValue v = decompose(std::fabs(value));
+  const int precision = fullPrecisionDigits();
+  QQ r;
+  // Whole numbers below 10^precision are written with all their digits.
+  if (v.binaryScale >= 0 && v.binaryScale < 64 && precision >= 17) {
+    const u128 whole = static_cast<u128>(v.mantissa) << v.binaryScale;
+    if (whole < kPowersOfTen[17]) {
+      setSmall(r, positive, static_cast<std::uint64_t>(whole), 0, 1);
+      return r;
+    }
+  }
+  std::uint64_t digits = 0;
+  long scale = 0;
+  if (roundToDigits(v, precision, digits, scale)) {
+    setDecimal(r, positive, digits, scale);
+    return r;
+  }
+  // Far out of the common range: the text itself.
+  r = fromPrintedText(value, precision);
+  return r;
+}
+
 }  // namespace
 
 QQ fromDbl(dbl_t value) {
   // "nan" and "-nan" are what the stream writes; the parser's integer read rejects them.
   if (std::isnan(value)) throw std::invalid_argument("mpz_set_str");
   if (std::isinf(value)) return QQ(value > 0);
-  const int precision = fullPrecisionDigits();
-  QQ r;
-  // Whole numbers below 10^precision are written with all their digits.
-  if (precision >= 17 && std::fabs(value) < 1e17L && value == std::trunc(value)) {
-    const long whole = static_cast<long>(value);
-    return QQ(whole);
-  }
-  char buffer[64];
-  std::string_view text;
-  const auto narrow = static_cast<double>(value);
-  if (static_cast<dbl_t>(narrow) == value && precision > 0 && precision < 40) {
-    // The same decimal digits: both conversions round the same exact binary value.
-    const auto result =
-        std::to_chars(buffer, buffer + sizeof buffer, narrow, std::chars_format::general, precision);
-    text = std::string_view(buffer, static_cast<std::size_t>(result.ptr - buffer));
-  } else {
-    const int length = std::snprintf(buffer, sizeof buffer, "%.*Lg", precision, value);
-    if (length < 0 || length >= static_cast<int>(sizeof buffer)) {
-      std::string longText(static_cast<std::size_t>(std::max(length, 0)) + 1, '\0');
-      std::snprintf(longText.data(), longText.size(), "%.*Lg", precision, value);
-      longText.pop_back();
-      return QQ(longText);
-    }
-    text = std::string_view(buffer, static_cast<std::size_t>(length));
-  }
-  if (readDecimal(text, r)) return r;
-  return QQ(std::string(text));
+  if (value == 0) return QQ();
+  return fromFinite(value);
 }
 
 dbl_t toDbl(const QQ& x, bool exact, bool allowCut) {

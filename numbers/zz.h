@@ -14,14 +14,19 @@ class BigInt {
   mpz_t value;
 
   BigInt();
-  BigInt(long v);           // NOLINT(google-explicit-constructor): integers convert freely
-  BigInt(unsigned long v);  // NOLINT(google-explicit-constructor)
-  BigInt(int v);            // NOLINT(google-explicit-constructor)
+  // Integers convert implicitly.
+  BigInt(long v);
+  BigInt(unsigned long v);
+  BigInt(int v);
+  // Floating values are not integers; keeping them out also keeps sqrt(2.0) and the like from
+  // binding to ZZ.
+  BigInt(double) = delete;
+  BigInt(long double) = delete;
   // Reads the text with GMP's base-0 rules ("0x" hex, "0b" binary, leading "0" octal, else
   // decimal; an optional "-"). Throws std::invalid_argument("mpz_set_str") for text GMP rejects,
   // the empty text included.
-  BigInt(const std::string& text);  // NOLINT(google-explicit-constructor)
-  BigInt(const char* text);         // NOLINT(google-explicit-constructor)
+  BigInt(const std::string& text);
+  BigInt(const char* text);
   BigInt(const BigInt& other);
   // Leaves `other` holding 0; costs no allocation.
   BigInt(BigInt&& other) noexcept;

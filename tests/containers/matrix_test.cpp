@@ -324,3 +324,72 @@ TEST(MatrixTest, RandomRoundTrips) {
 
 }  // namespace
 }  // namespace lpconv
+
+namespace lpconv {
+namespace {
+
+using testing_support::texts;
+
+TEST(MatrixQQTest, WrittenFormIsExact) {
+  Matrix<QQ> m(",", false, false);
+  m.setZero(2, 2);
+  m[1][1] = QQ(1L);
+  m[1][2] = QQ(2L);
+  m[2][2] = QQ("1/3");
+  std::ostringstream out;
+  out << m;
+  EXPECT_EQ(out.str(), "[\n[ 1 2 ]\n[ 0 1/3 ]\n]");
+  m.setZero(1, 3);
+  m[1][1] = QQ(true);
+  m[1][3] = QQ("-7/2");
+  std::ostringstream again;
+  again << m;
+  EXPECT_EQ(again.str(), "[\n[ inf 0 -3:1/2 ]\n]");
+}
+
+TEST(MatrixQQTest, SetZeroClearsOldValues) {
+  Matrix<QQ> m;
+  m.setZero(2, 3);
+  m[2][3] = QQ("5/7");
+  m.at(0)[1] = QQ(true);
+  m.setZero(2, 3);
+  for (long r = 0; r <= 2; ++r) {
+    EXPECT_EQ(texts(m.at(r)), (std::vector<std::string>{"0", "0", "0"})) << r;
+  }
+}
+
+TEST(MatrixQQTest, ReadShortAndLongRows) {
+  Matrix<QQ> m;
+  std::istringstream in("[ [ 1/2 -inf 3 ] [ 4 ] ]");
+  in >> m;
+  ASSERT_EQ(m.getRows(), 2);
+  EXPECT_EQ(m.getColumns(), 3);
+  EXPECT_EQ(texts(m[1]), (std::vector<std::string>{"1/2", "-inf", "3"}));
+  EXPECT_EQ(texts(m[2]), (std::vector<std::string>{"4"}));
+}
+
+TEST(MatrixQQTest, RandomRoundTrips) {
+  std::mt19937_64 random(2718);
+  for (int round = 0; round < 60; ++round) {
+    Matrix<QQ> m(",", false, false);
+    const long rows = static_cast<long>(random() % 5) + 1;
+    const long cols = static_cast<long>(random() % 5) + 1;
+    m.setZero(rows, cols);
+    for (long r = 1; r <= rows; ++r) {
+      for (long j = 1; j <= cols; ++j) m[r][j] = testing_support::randomQQ(random);
+    }
+    std::stringstream text;
+    text << m;
+    Matrix<QQ> back;
+    text >> back;
+    ASSERT_EQ(back.getRows(), rows) << text.str();
+    ASSERT_EQ(back.getColumns(), cols);
+    for (long r = 1; r <= rows; ++r) {
+      ASSERT_EQ(texts(back[r]), texts(m[r])) << text.str();
+      ASSERT_TRUE(back[r] == m[r]);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace lpconv

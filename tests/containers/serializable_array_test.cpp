@@ -203,3 +203,55 @@ TEST(SerializableArrayTest, RandomRoundTrips) {
 
 }  // namespace
 }  // namespace lpconv
+
+namespace lpconv {
+namespace {
+
+using testing_support::texts;
+
+TEST(SerializableArrayQQTest, WrittenFormEscapesLaterDelimiters) {
+  SerializableArray<QQ> a(",:", false, false);
+  a.resize(3, false);
+  a[1] = QQ("7/2");
+  a[2] = QQ("-1/2");
+  a[3] = QQ(false);
+  std::ostringstream out;
+  out << a;
+  EXPECT_EQ(out.str(), "[ 3\\:1/2,-1/2,-inf ]");
+  SerializableArray<QQ> back(",:", false, false);
+  std::istringstream in(out.str());
+  in >> back;
+  EXPECT_EQ(texts(back), (std::vector<std::string>{"3:1/2", "-1/2", "-inf"}));
+}
+
+TEST(SerializableArrayQQDeathTest, EmptyTokenIsANumberReaderFailure) {
+  EXPECT_EXIT(
+      {
+        SerializableArray<QQ> a(",", false, false);
+        std::istringstream in("[ 1,,2 ]");
+        in >> a;
+      },
+      ::testing::ExitedWithCode(1), testing_support::failureRegex("QQ: parse error1"));
+}
+
+TEST(SerializableArrayQQTest, RandomRoundTrips) {
+  std::mt19937_64 random(31337);
+  const std::vector<std::string> delimiterSets = {" ", ", ", ";", "\n", ";:/-", "\t"};
+  for (int round = 0; round < 200; ++round) {
+    const std::string& delimiters =
+        delimiterSets[static_cast<size_t>(round) % delimiterSets.size()];
+    SerializableArray<QQ> a(delimiters, false, false);
+    const long n = static_cast<long>(random() % 10);
+    a.resize(n, false);
+    for (long i = 1; i <= n; ++i) a[i] = testing_support::randomQQ(random);
+    std::ostringstream out;
+    out << a;
+    SerializableArray<QQ> b(delimiters, false, false);
+    std::istringstream in(out.str());
+    in >> b;
+    ASSERT_EQ(texts(b), texts(a)) << out.str();
+  }
+}
+
+}  // namespace
+}  // namespace lpconv

@@ -4,8 +4,10 @@
 #include <sys/wait.h>
 
 #include <climits>
+#include <cstdlib>
 #include <random>
 #include <sstream>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -154,7 +156,7 @@ TEST(VectorLongDeathTest, TruncatedInputNeverHangs) {
 
 TEST(VectorLongTest, GrowsInStepsOfAHundred) {
   std::string text = "[";
-  for (int i = 1; i <= 150; ++i) text += " " + std::to_string(i);
+  for (int i = 1; i <= 150; ++i) text.append(" ").append(std::to_string(i));
   text += " ]";
   Vector<long> v;
   std::istringstream in(text);
@@ -232,6 +234,178 @@ TEST(VectorLongTest, RandomRoundTrips) {
     text >> b >> c;
     ASSERT_TRUE(a == b) << text.str();
     ASSERT_TRUE(a == c) << text.str();
+  }
+}
+
+}  // namespace
+}  // namespace lpconv
+
+namespace lpconv {
+namespace {
+
+using testing_support::failureRegex;
+using testing_support::texts;
+
+Vector<QQ> qqVector(std::initializer_list<const char*> values) {
+  Vector<QQ> v;
+  v.resize(static_cast<long>(values.size()), false);
+  long i = 1;
+  for (const char* text : values) v[i++] = QQ(text);
+  return v;
+}
+
+TEST(VectorQQTest, WrittenForm) {
+  std::ostringstream out;
+  out << Vector<QQ>() << "|" << qqVector({"1", "1/2", "-3", "7/2", "-7/2", "inf", "-inf", "0"});
+  EXPECT_EQ(out.str(), "[ ]|[ 1 1/2 -3 3:1/2 -3:1/2 inf -inf 0 ]");
+}
+
+TEST(VectorQQTest, ReadTable) {
+  struct Case {
+    std::string text;
+    std::vector<std::string> values;
+    std::string left;
+  };
+  const std::vector<Case> cases = {
+      {"// note\n[ 1 -inf 2 ]", {"1", "-inf", "2"}, ""},
+      {"[ inf ]", {"inf"}, ""},
+      {"[ -3:1/2 1/2 ]", {"-3:1/2", "1/2"}, ""},
+      {"[ --5 ]", {"5"}, ""},
+      {"[ -+5 ]", {"-5"}, ""},
+      {"[ 1.25 6/4 ]", {"1:1/4", "1:1/2"}, ""},
+      {"[1/3]", {"1/3"}, ""},
+      {"[ ]", {}, ""},
+      {"5", {}, "5"},
+      {"[ 2 /* c */ 3 // d\n ] r", {"2", "3"}, " r"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.text);
+    Vector<QQ> v = qqVector({"9", "9"});
+    std::istringstream in(c.text);
+    in >> v;
+    EXPECT_EQ(texts(v), c.values);
+    EXPECT_EQ(testing_support::rest(in), c.left);
+  }
+}
+
+TEST(VectorQQDeathTest, BadInputTable) {
+  struct Case {
+    std::string text, message;
+  };
+  const std::vector<Case> cases = {
+      {"[ ix ]", "Vector: bad input2"}, {"[ -inx ]", "Vector: bad input3"},
+      {"[ 1 2", "Vector: bad input"},    // the stream fails while the last number is read
+      {"[ 1, 2 ]", "QQ: parse error1"},  // the number reader takes the comma as a decimal point
+      {"[ 1 x ]", "QQ: parse error1"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.text);
+    EXPECT_EXIT(
+        {
+          Vector<QQ> v;
+          std::istringstream in(c.text);
+          in >> v;
+        },
+        ::testing::ExitedWithCode(1), failureRegex(c.message));
+  }
+}
+
+// Every prefix ends: it reads, reports a failure, or throws the integer reader's
+// std::invalid_argument (as for "1/" with its empty denominator); it never hangs.
+TEST(VectorQQDeathTest, TruncatedInputNeverHangs) {
+  const std::string text = "[ 1 -inf 3:1/2 -7/9 ]";
+  for (std::string::size_type cut = 1; cut < text.size(); ++cut) {
+    const std::string piece = text.substr(0, cut);
+    SCOPED_TRACE(piece);
+    EXPECT_EXIT(
+        {
+          Vector<QQ> v;
+          std::istringstream in(piece);
+          try {
+            in >> v;
+          } catch (const std::invalid_argument&) {
+            std::exit(3);
+          }
+          std::exit(0);
+        },
+        [](int status) {
+          return WIFEXITED(status) && (WEXITSTATUS(status) == 1 || WEXITSTATUS(status) == 3);
+        },
+        "^(|\n\\*\\*\\* FAIL: (Vector: bad input[23]?|QQ: [a-z ]+[0-9]?)\n)$");
+  }
+}
+
+TEST(VectorQQTest, EqualityWithTolerance) {
+  struct Case {
+    const char* a;
+    const char* b;
+    bool equal;
+  };
+  const std::vector<Case> cases = {
+      {"0", "1/1000000000", true},  // exactly the tolerance still counts as equal
+      {"1/1000000000", "0", true},   {"0", "-1/1000000000", true},
+      {"0", "1/999999999", false},   {"0", "1000000001/1000000000000000000", false},
+      {"1", "1:1/1000000000", true}, {"-5", "-5:1/999999999", false},
+      {"7/2", "3:1/2", true},        {"inf", "inf", true},
+      {"-inf", "-inf", true},        {"inf", "-inf", false},
+      {"-inf", "inf", false},        {"5", "inf", false},
+      {"inf", "5", false},           {"-inf", "0", false},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(std::string(c.a) + " vs " + c.b);
+    const Vector<QQ> a = qqVector({"1/3", c.a, "2"});
+    const Vector<QQ> b = qqVector({"1/3", c.b, "2"});
+    EXPECT_EQ(a == b, c.equal);
+    EXPECT_EQ(b == a, c.equal);
+  }
+  EXPECT_EQ(toString(detail::vectorTolerance()), "1/1000000000");
+}
+
+TEST(VectorQQDeathTest, EqualityDimensionMismatch) {
+  const Vector<QQ> a = qqVector({"1", "2"});
+  const Vector<QQ> b = qqVector({"1", "2", "3"});
+  const Vector<QQ> inf = qqVector({"inf"});
+  EXPECT_TRUE(a == a);
+  EXPECT_TRUE(inf == inf);
+  EXPECT_EXIT(static_cast<void>(a == b), ::testing::ExitedWithCode(1),
+              failureRegex("Vector: dimension mismatch9"));
+  EXPECT_EXIT(static_cast<void>(Vector<QQ>() == a), ::testing::ExitedWithCode(1),
+              failureRegex("Vector: dimension mismatch9"));
+}
+
+TEST(VectorQQTest, SubtractInPlace) {
+  Vector<QQ> a = qqVector({"1/2", "inf", "-inf", "3"});
+  a -= qqVector({"1/3", "5", "inf", "-1/4"});
+  EXPECT_EQ(texts(a), (std::vector<std::string>{"1/6", "inf", "-inf", "3:1/4"}));
+  Vector<QQ> self = qqVector({"1/2", "-3"});
+  self -= self;
+  EXPECT_EQ(texts(self), (std::vector<std::string>{"0", "0"}));
+}
+
+TEST(VectorQQDeathTest, SubtractFailures) {
+  Vector<QQ> a = qqVector({"1", "inf"});
+  EXPECT_EXIT(a -= qqVector({"1"}), ::testing::ExitedWithCode(1),
+              failureRegex("Vector: dimension mismatch2"));
+  EXPECT_EXIT(a -= qqVector({"1", "inf"}), ::testing::ExitedWithCode(1),
+              failureRegex("INF - INF is not defined"));
+  EXPECT_EXIT(a -= a, ::testing::ExitedWithCode(1), failureRegex("INF - INF is not defined"));
+}
+
+TEST(VectorQQTest, RandomRoundTrips) {
+  std::mt19937_64 random(4242);
+  for (int round = 0; round < 300; ++round) {
+    Vector<QQ> a;
+    const long n = static_cast<long>(random() % 15);
+    a.resize(n, round % 2 == 0);
+    for (long i = 1; i <= n; ++i) a[i] = testing_support::randomQQ(random);
+    std::stringstream text;
+    text << a << " /* between */ " << a;
+    Vector<QQ> b;
+    Vector<QQ> c = qqVector({"1"});
+    text >> b >> c;
+    ASSERT_EQ(texts(b), texts(a)) << text.str();
+    ASSERT_EQ(texts(c), texts(a));
+    ASSERT_TRUE(a == b);
   }
 }
 

@@ -47,7 +47,7 @@ Vector<QQ> denseOf(const SparseRow& row, long n) {
   Vector<QQ> dense;
   dense.resize(n, false);
   for (long k = 1; k <= n; ++k) dense[k] = QQ();
-  for (const RowEntry& e : row.entries()) dense[e.index] = e.value;
+  for (const RowEntry& e : row.entries()) dense[e.index] = e.value.toQQ();
   return dense;
 }
 

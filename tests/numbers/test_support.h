@@ -42,8 +42,8 @@ inline ::testing::AssertionResult isCanonical(const QQ& x) {
   if (x.isInf) {
     if (mpz_cmp_ui(x.ganze.value, 1) != 0 || x.zaehler.sign() != 0 ||
         mpz_cmp_ui(x.nenner.value, 1) != 0) {
-      return ::testing::AssertionFailure() << "infinity with fields " << x.ganze << ","
-                                           << x.zaehler << "," << x.nenner;
+      return ::testing::AssertionFailure()
+             << "infinity with fields " << x.ganze << "," << x.zaehler << "," << x.nenner;
     }
     return ::testing::AssertionSuccess();
   }
@@ -87,11 +87,24 @@ inline ::testing::AssertionResult equalsRational(const QQ& x, const mpq_t r) {
   return ::testing::AssertionSuccess();
 }
 
+// The exact standard-error text of a failure report, as an anchored regular expression.
+inline std::string failurePattern(const char* message) {
+  std::string pattern = "^\n\\*\\*\\* FAIL: ";
+  for (const char* p = message; *p != '\0'; ++p) {
+    if (std::string("\\^$.|?*+()[]{}").find(*p) != std::string::npos) pattern += '\\';
+    pattern += *p;
+  }
+  return pattern + "\n$";
+}
+
 // Random integers of a chosen bit size (0 to maxBits), biased towards small and one-limb values
 // where the fast paths live.
 class RandomNumbers {
  public:
-  explicit RandomNumbers(std::uint64_t seed) : engine_(seed) { gmp_randinit_mt(state_); gmp_randseed_ui(state_, static_cast<unsigned long>(seed)); }
+  explicit RandomNumbers(std::uint64_t seed) : engine_(seed) {
+    gmp_randinit_mt(state_);
+    gmp_randseed_ui(state_, static_cast<unsigned long>(seed));
+  }
   ~RandomNumbers() { gmp_randclear(state_); }
   RandomNumbers(const RandomNumbers&) = delete;
   RandomNumbers& operator=(const RandomNumbers&) = delete;

@@ -4,7 +4,6 @@
 // item through the containers' own stream operators. Same messages, streams, status and bytes as
 // lpconv; only the speed differs.
 
-#include <cmath>
 #include <cstdint>
 #include <ctime>
 #include <fstream>
@@ -260,21 +259,6 @@ void readConstraints(std::ifstream& in, long n, Group& greater, Group& less, Gro
   }
 }
 
-// The vector equality of the pairing rule, spelled out: same length (else "Vector: dimension
-// mismatch9"), and every pair of entries equal or apart by at most 1/10^9.
-bool rowsEqual(const Vector<QQ>& a, const Vector<QQ>& b) {
-  if (&a == &b) return true;
-  if (a.getDimension() != b.getDimension()) reportFailure("Vector: dimension mismatch9");
-  static const QQ tolerance = QQ(1) / fromDbl(powl(10.0L, 9));
-  for (long i = 1; i <= a.getDimension(); ++i) {
-    if (compare(a[i], b[i]) == 0) continue;
-    QQ difference = a[i] - b[i];
-    if (!difference.isPositive) difference = -difference;
-    if (compare(difference, tolerance) > 0) return false;
-  }
-  return true;
-}
-
 // Pairs each ">=" row with the first equal "<=" row still unpaired, taking that row out by moving
 // the last one into its place, and appends the unpaired "<=" rows.
 void mergeInequalities(Group& greater, Group& less, Matrix<QQ>& system, Vector<QQ>& lowerSides,
@@ -286,7 +270,7 @@ void mergeInequalities(Group& greater, Group& less, Matrix<QQ>& system, Vector<Q
   for (long i = 1; i <= g; ++i) {
     long found = 0;
     for (long j = 1; j <= remaining && found == 0; ++j) {
-      if (rowsEqual(greater.rows.at(i), less.rows.at(j))) found = j;
+      if (greater.rows.at(i) == less.rows.at(j)) found = j;
     }
     if (found == 0) {
       upper.at(i) = QQ::infinity();

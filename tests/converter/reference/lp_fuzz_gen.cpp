@@ -2,13 +2,13 @@
 //
 //   lp_fuzz_gen <seed>
 //
-// The texts sit in and around the dialect lpconv reads. A seed picks one of three moods: tidy
-// files that should convert, quirky files that lean on the odd corners of the dialect (sign runs,
-// decimals that are read twice, labels, near-equal twins, carriage returns, section order), and
-// broken files that carry one fault each (unbalanced rows, a missing section, indices 0 and n+1,
-// a relation sign in the objective, a bound without a value, ...). The same seed always gives
-// the same bytes. Files stay short: the slow oracle's regular expressions recurse once per
-// character of the objective text.
+// The texts sit in and around the dialect lpconv reads. A seed picks one of four moods: tidy
+// files that should convert; quirky files that lean on the odd corners of the dialect (sign runs,
+// decimals that are read twice, labels, near-equal twins, carriage returns, section order);
+// broken files, tidy but for one fault each (unbalanced rows, a missing section, indices 0 and
+// n+1, a relation sign in the objective, a bound without a value, ...); and quirky files with a
+// few random byte edits. The same seed always gives the same bytes. Files stay short: the slow
+// oracle's regular expressions recurse once per character of the objective text.
 
 #include <cstdint>
 #include <cstdio>
@@ -40,7 +40,7 @@ class Random {
   std::uint64_t state_;
 };
 
-enum class Mood { kTidy, kQuirky, kBroken };
+enum class Mood { kTidy, kQuirky, kBroken, kMutated };
 
 enum class Fault {
   kEndWithoutSections,
@@ -78,14 +78,18 @@ struct Generator {
 
   explicit Generator(std::uint64_t seed) : random(seed) {
     const int roll = random.below(100);
-    mood = roll < 40 ? Mood::kTidy : roll < 75 ? Mood::kQuirky : Mood::kBroken;
-    if (mood == Mood::kBroken)
-      fault = static_cast<Fault>(random.below(static_cast<int>(Fault::kCount)));
+    mood = roll < 30   ? Mood::kTidy
+           : roll < 60 ? Mood::kQuirky
+           : roll < 85 ? Mood::kBroken
+                       : Mood::kMutated;
+    // Consecutive seeds walk through the faults, so any few hundred seeds meet each of them.
+    if (mood == Mood::kBroken) fault = static_cast<Fault>(seed % static_cast<int>(Fault::kCount));
     n = random.between(1, 8);
-    crlf = mood != Mood::kTidy && random.chance(12);
+    crlf = quirky() && random.chance(12);
   }
 
-  bool quirky() const { return mood != Mood::kTidy; }
+  // Broken files are tidy apart from their one fault, so that the fault is what they hit.
+  bool quirky() const { return mood == Mood::kQuirky || mood == Mood::kMutated; }
   bool broken(Fault which) const { return mood == Mood::kBroken && fault == which; }
 
   long variable() {
@@ -94,16 +98,46 @@ struct Generator {
   }
 
   std::string variableName(long index) {
-    if (quirky() && random.chance(4)) return "X" + std::to_string(index);
+    if (quirky()) {
+      const int roll = random.below(100);
+      if (roll < 4) return "X" + std::to_string(index);
+      if (roll < 6) return "x0" + std::to_string(index);
+      if (roll < 8) return "x " + std::to_string(index);  // not a variable to the first pass
+      if (roll < 9) return "x+" + std::to_string(index);
+    }
     return "x" + std::to_string(index);
   }
 
   std::string coefficientText() {
     static const std::vector<std::string> tidy = {"1", "2", "3", "4", "5", "7", "10", "12", "25"};
-    static const std::vector<std::string> odd = {
-        "0",   "2.5",   "0.1",          "0.5",         "1.25",         "1e3",  "2e-1", "1E2",
-        "3.0", "0.0",   "0.5000000001", "0.500000001", "0.50000001",   ".5",   "007",  "0x3",
-        "inf", "1e999", "1e-400",       "4294967297",  "0.3333333333", "12.75"};
+    static const std::vector<std::string> odd = {"0",
+                                                 "2.5",
+                                                 "0.1",
+                                                 "0.5",
+                                                 "1.25",
+                                                 "1e3",
+                                                 "2e-1",
+                                                 "1E2",
+                                                 "3.0",
+                                                 "0.0",
+                                                 "0.5000000001",
+                                                 "0.500000001",
+                                                 "0.50000001",
+                                                 ".5",
+                                                 "007",
+                                                 "0x3",
+                                                 "inf",
+                                                 "1e999",
+                                                 "1e-400",
+                                                 "4294967297",
+                                                 "0.3333333333",
+                                                 "12.75",
+                                                 "123456789012345678901234567890",
+                                                 "0.000001",
+                                                 "1e-320",
+                                                 "1e308",
+                                                 "\f3",
+                                                 "2\v"};
     if (!quirky()) return random.chance(10) ? "" : random.pick(tidy);
     if (random.chance(15)) return "";
     return random.chance(60) ? random.pick(tidy) : random.pick(odd);
@@ -158,7 +192,15 @@ struct Generator {
     return text;
   }
 
+  // A 320-digit integer: beyond the double range, so it reads as infinity, and with no letter in
+  // it the scan never reads it a second time.
+  static const std::string& overflowingInteger() {
+    static const std::string text = "1" + std::string(319, '0');
+    return text;
+  }
+
   std::string constant() {
+    if (quirky() && random.chance(3)) return (random.chance(50) ? "" : "- ") + overflowingInteger();
     static const std::vector<std::string> tidy = {"0", "1", "4", "10", "-3", "-12", "40", "100"};
     static const std::vector<std::string> odd = {"2.5",   "-0.5", "0.1",  "1e3", "+",
                                                  "-0",    "inf",  "- -4", "+-5", "---5",
@@ -174,7 +216,8 @@ struct Generator {
 
   std::string label() {
     if (!quirky() || !random.chance(15)) return "";
-    static const std::vector<std::string> labels = {"c1: ", "r_2: ", "box3: ", "R7:", "lim: "};
+    static const std::vector<std::string> labels = {
+        "c1: ", "r_2: ", "box3: ", "R7:", "lim: ", "binding: "};
     return random.pick(labels);
   }
 
@@ -209,6 +252,13 @@ struct Generator {
     if (quirky() && random.chance(10)) lines.push_back("\\ Problem: generated");
     const int style = random.below(quirky() ? 10 : 4);
     std::vector<Term> list = terms(random.between(1, n + 1));
+    if (!quirky()) {
+      // The first mention of xN in a line is what makes N the variable count.
+      for (Term& term : list) {
+        if (term.index == n) term.index = list.front().index;
+      }
+      list.front().index = n;
+    }
     if (broken(Fault::kIndexZeroInObjective)) list.push_back({0, "2", false});
     std::string body = expression(list);
     if (quirky() && random.chance(15)) body += " + " + constant();
@@ -417,7 +467,49 @@ struct Generator {
       result += lines[i];
       if (i + 1 < lines.size() || !quirky() || random.chance(85)) result += end;
     }
+    if (mood == Mood::kMutated) mutate(result);
     return result;
+  }
+
+  // Whether an x is followed by four digits or more: such an index would size the dense
+  // oracle's matrices by itself.
+  static bool hasLongIndex(const std::string& text) {
+    int digits = 0;
+    bool afterX = false;
+    for (const char c : text) {
+      if (afterX && c >= '0' && c <= '9') {
+        if (++digits >= 4) return true;
+      } else {
+        afterX = c == 'x' || c == 'X';
+        digits = 0;
+      }
+    }
+    return false;
+  }
+
+  // A few byte edits with characters that matter to the reader; an edit that makes a long index
+  // is taken back.
+  void mutate(std::string& text) {
+    static const std::string alphabet = " \t\r\n\f+-.,:eE0123456789xX<=>iInNfF";
+    const int edits = random.between(1, 4);
+    for (int i = 0; i < edits && !text.empty(); ++i) {
+      const std::string before = text;
+      const auto at = static_cast<std::size_t>(random.below(static_cast<int>(text.size())));
+      const char c =
+          alphabet[static_cast<std::size_t>(random.below(static_cast<int>(alphabet.size())))];
+      switch (random.below(3)) {
+        case 0:
+          text.insert(at, 1, c);
+          break;
+        case 1:
+          text.erase(at, 1);
+          break;
+        default:
+          text[at] = c;
+          break;
+      }
+      if (hasLongIndex(text)) text = before;
+    }
   }
 };
 

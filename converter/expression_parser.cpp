@@ -1,6 +1,5 @@
 #include "converter/expression_parser.h"
 
-#include <cctype>
 #include <climits>
 
 #include "converter/line_matchers.h"
@@ -13,7 +12,8 @@ namespace {
 
 constexpr std::size_t none = std::string::npos;
 
-bool isSpace(char c) { return std::isspace(static_cast<unsigned char>(c)) != 0; }
+// The C locale's white space, as string-to-double and string-to-integer skip it.
+bool isSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 // The next position at or after `from` where a predicate holds. Scan positions only grow, so the

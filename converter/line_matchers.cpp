@@ -45,8 +45,21 @@ bool containsIgnoringCase(std::string_view text, std::string_view word) {
 bool containsSubjectTo(std::string_view line) { return containsIgnoringCase(line, "subject to"); }
 
 bool startsSection(std::string_view line) {
-  return containsIgnoringCase(line, "bound") || containsIgnoringCase(line, "gen") ||
-         containsIgnoringCase(line, "bin");
+  // One pass for the three words: only a "b" or a "g" can start a match. Every line of the file
+  // goes through here in three of the four passes.
+  const auto follows = [&](std::size_t at, std::string_view rest) {
+    if (line.size() - at < rest.size()) return false;
+    for (std::size_t k = 0; k < rest.size(); ++k) {
+      if (foldCase(line[at + k]) != rest[k]) return false;
+    }
+    return true;
+  };
+  for (std::size_t i = 0; i < line.size(); ++i) {
+    const char c = foldCase(line[i]);
+    if (c == 'b' && (follows(i + 1, "ound") || follows(i + 1, "in"))) return true;
+    if (c == 'g' && follows(i + 1, "en")) return true;
+  }
+  return false;
 }
 
 std::optional<std::string_view> firstVariableDigits(std::string_view line) {
@@ -80,9 +93,16 @@ bool removeObjectiveHeader(std::string& text) {
 std::string normaliseExpression(std::string_view text) {
   std::string compact;
   compact.reserve(text.size());
+  bool signPairs = false;  // two signs in a row: only then can a replacement change anything
   for (const char c : text) {
-    if (c != ' ' && c != '\t' && c != '\r' && c != '\n') compact.push_back(c);
+    if (c == ' ' || c == '\t' || c == '\r' || c == '\n') continue;
+    if ((c == '+' || c == '-') && !compact.empty() &&
+        (compact.back() == '+' || compact.back() == '-')) {
+      signPairs = true;
+    }
+    compact.push_back(c);
   }
+  if (!signPairs) return compact;
   replacePairs(compact, '+', '-', '-');
   replacePairs(compact, '-', '+', '-');
   replacePairs(compact, '-', '-', '+');

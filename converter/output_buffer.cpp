@@ -73,6 +73,14 @@ void OutputBuffer::put(const Coefficient& value) {
 }
 
 const std::string& OutputBuffer::blockOf(std::string_view item) {
+  if (lastBlock_ != nullptr && item == lastItem_) return *lastBlock_;
+  lastItem_.assign(item);
+  // Taken after the search: a new block may have moved the list (not the blocks' storage).
+  lastBlock_ = &findOrMakeBlock(item);
+  return *lastBlock_;
+}
+
+const std::string& OutputBuffer::findOrMakeBlock(std::string_view item) {
   for (const std::string& block : repeatBlocks_) {
     if (block.size() >= item.size() && block.compare(0, item.size(), item) == 0 &&
         block.size() == (repeatBlockBytes / item.size()) * item.size()) {
@@ -92,14 +100,14 @@ const std::string& OutputBuffer::blockOf(std::string_view item) {
 void OutputBuffer::putRepeated(std::string_view item, long count) {
   if (count <= 0 || item.empty()) return;
   const std::size_t bytes = static_cast<std::size_t>(count) * item.size();
+  const std::string& block = blockOf(item);
   if (bytes < copyBelowBytes) {
     reserveText(bytes);
     const std::size_t offset = text_.size();
-    for (long i = 0; i < count; ++i) text_.append(item);
+    text_.append(block.data(), bytes);
     addTextPiece(offset, bytes);
     return;
   }
-  const std::string& block = blockOf(item);
   for (std::size_t left = bytes; left > 0;) {
     const std::size_t size = left < block.size() ? left : block.size();
     addPiece(block.data(), size);

@@ -40,12 +40,15 @@ class OutputBuffer {
   void addPiece(const char* data, std::size_t size);
   // A block of whole copies of `item`, kept for the next run of the same item.
   const std::string& blockOf(std::string_view item);
+  const std::string& findOrMakeBlock(std::string_view item);
 
   int fd_;
   bool failed_ = false;
   std::string text_;
   std::vector<iovec> pieces_;
   std::vector<std::string> repeatBlocks_;
+  std::string lastItem_;  // the item of the last block asked for, and that block
+  const std::string* lastBlock_ = nullptr;
 };
 
 }  // namespace lpconv

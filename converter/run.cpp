@@ -3,7 +3,6 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <cstring>
 #include <iostream>
 #include <string>
 
@@ -13,20 +12,16 @@
 #include "converter/opt_writer.h"
 #include "converter/output_name.h"
 #include "util/failure.h"
+#include "util/paths.h"
 #include "util/trace.h"
 
 namespace lpconv {
 
 namespace {
 
-const char* programName(const char* argv0) {
-  if (argv0 == nullptr) return "";
-  const char* slash = std::strrchr(argv0, '/');
-  return slash == nullptr ? argv0 : slash + 1;
-}
-
+// A process started without any argument word (argc 0) still gets its usage text.
 [[noreturn]] void printUsage(const char* argv0) {
-  std::cout << "Usage: " << programName(argv0) << " *.lp" << endLine();
+  std::cout << "Usage: " << (argv0 == nullptr ? "" : baseName(argv0)) << " *.lp" << endLine();
   lastOutputTime = std::time(nullptr);
   terminateWithFailure();
 }

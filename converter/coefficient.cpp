@@ -191,11 +191,11 @@ std::string toString(const Coefficient& c) {
   return out;
 }
 
-double approximate(const Coefficient& c) {
+dbl_t approximate(const Coefficient& c) {
   if (c.isInline()) {
-    return static_cast<double>(c.numerator()) / static_cast<double>(c.denominator());
+    return static_cast<dbl_t>(c.numerator()) / static_cast<dbl_t>(c.denominator());
   }
-  return static_cast<double>(toDbl(c.big()));
+  return toDbl(c.big());
 }
 
 }  // namespace lpconv

@@ -71,8 +71,8 @@ bool withinTolerance(const Coefficient& a, const Coefficient& b);
 void appendText(std::string& out, const Coefficient& c);
 std::string toString(const Coefficient& c);
 
-// The value as a double, to within a few units in the last place; only for finite values whose
-// integer part is below 2^1000.
-double approximate(const Coefficient& c);
+// The value as a long double, to within a few units in the last place (an infinity for values
+// beyond its range and for the infinities).
+dbl_t approximate(const Coefficient& c);
 
 }  // namespace lpconv

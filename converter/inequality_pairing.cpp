@@ -1,57 +1,74 @@
 #include "converter/inequality_pairing.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <limits>
-#include <algorithm>
 #include <set>
 
 namespace lpconv {
 
 namespace {
 
-// Entries at or beyond 2^600 (or infinite) keep a row out of the weighted-sum index: their sums
-// would lose the tolerance in rounding. Such rows are searched one by one.
-constexpr std::size_t hugeBits = 600;
-
-// Inline coefficients stay below 2^62; only the QQ form can be huge.
-std::size_t integerBits(const Coefficient& c) {
-  if (c.isInline()) return 0;
-  if (c.big().isInf) return std::numeric_limits<std::size_t>::max();
-  return mpz_sizeinbase(c.big().ganze.value, 2);
-}
+// Rows are indexed by a weighted sum of their finite entries in long double, next to a hash of
+// where their infinite entries stand: rows within 1/10^9 of each other have the same infinities
+// and sums within a small, computable distance. LP text cannot produce finite entries beyond
+// 2^1030; entries from 2^16000 on would make the sums overflow, so rows holding them are searched
+// one by one instead.
+const dbl_t hugeEntry = std::ldexp(dbl_t{1}, 16000);
 
 // A fixed pseudo-random weight in [1, 2) per variable index, so no table of n weights is needed.
-double weightOf(long index) {
-  std::uint64_t z = static_cast<std::uint64_t>(index) + 0x9E3779B97F4A7C15ULL;
+std::uint64_t mix(std::uint64_t z) {
+  z += 0x9E3779B97F4A7C15ULL;
   z = (z ^ (z >> 30)) * 0xBF58476D1CE4E5B9ULL;
   z = (z ^ (z >> 27)) * 0x94D049BB133111EBULL;
-  z ^= z >> 31;
-  return 1.0 + static_cast<double>(z >> 11) * 0x1.0p-53;
+  return z ^ (z >> 31);
+}
+
+dbl_t weightOf(long index) {
+  return 1 + static_cast<dbl_t>(mix(static_cast<std::uint64_t>(index)) >> 11) * 0x1.0p-53L;
 }
 
 struct Projection {
-  bool indexable = true;    // no entry is infinite or at least 2^600: the row goes into the index
-  bool searchIndex = true;  // a row of the index may equal it
-  bool searchHuge = false;  // a row outside the index may equal it
-  double sum = 0;           // sum of weight * entry
-  double magnitude = 0;     // sum of |weight * entry|
+  std::uint64_t infinities = 0;  // hash of the indices and signs of the infinite entries
+  dbl_t sum = 0;                 // sum of weight * entry over the finite entries
+  dbl_t magnitude = 0;           // sum of |weight * entry|
+  bool indexable = true;         // no finite entry reaches hugeEntry: the row goes into the index
+  bool searchIndex = true;       // no finite entry reaches 2 * hugeEntry: an indexed row may match
+  bool searchHuge = false;       // an entry reaches hugeEntry / 2: a row outside may match
 };
 
 Projection project(const SparseRow& row) {
   Projection p;
   for (const RowEntry& e : row.entries()) {
-    const std::size_t bits = integerBits(e.value);
-    if (bits > hugeBits) p.indexable = false;
-    if (bits > hugeBits + 1) p.searchIndex = false;
-    if (bits >= hugeBits) p.searchHuge = true;
+    const Coefficient& v = e.value;
+    if (!v.isInline() && v.big().isInf) {
+      p.infinities += mix(static_cast<std::uint64_t>(e.index) * 2 + (v.big().isPositive ? 1 : 0));
+      continue;
+    }
+    const dbl_t value = approximate(v);
+    const dbl_t size = std::fabs(value);
+    if (!(size < hugeEntry)) p.indexable = false;
+    if (!(size < 2 * hugeEntry)) p.searchIndex = false;
+    if (!(size < hugeEntry / 2)) p.searchHuge = true;
     if (!p.searchIndex) continue;
-    const double term = weightOf(e.index) * approximate(e.value);
+    const dbl_t term = weightOf(e.index) * value;
     p.sum += term;
     p.magnitude += std::fabs(term);
   }
   return p;
 }
+
+// Position in the index: infinity pattern first, then the weighted sum.
+struct IndexKey {
+  std::uint64_t infinities;
+  dbl_t sum;
+  friend bool operator<(const IndexKey& a, const IndexKey& b) {
+    return a.infinities != b.infinities ? a.infinities < b.infinities : a.sum < b.sum;
+  }
+  friend bool operator==(const IndexKey& a, const IndexKey& b) {
+    return a.infinities == b.infinities && a.sum == b.sum;
+  }
+};
 
 struct Group {
   const SparseRow* row;
@@ -61,20 +78,22 @@ struct Group {
 class LessEqualIndex {
  public:
   explicit LessEqualIndex(const std::vector<ConstraintRow>& rows) : groupOf_(rows.size()) {
-    std::vector<std::pair<double, std::size_t>> keyed;  // (weighted sum, row id)
+    std::vector<std::pair<IndexKey, std::size_t>> keyed;  // (key, row id)
     keyed.reserve(rows.size());
     for (std::size_t id = 0; id < rows.size(); ++id) {
       const SparseRow& row = rows[id].coefficients;
       maxEntries_ = std::max(maxEntries_, row.entries().size());
       const Projection p = project(row);
       if (p.indexable) {
-        keyed.emplace_back(p.sum, id);
+        keyed.push_back({{p.infinities, p.sum}, id});
       } else {
         groupOf_[id] = groupAmong(hugeGroups_, row);
       }
     }
-    // Identical rows have identical sums: group them within each run of equal sums.
-    std::sort(keyed.begin(), keyed.end());
+    // Identical rows have identical keys: group them within each run of equal keys.
+    std::sort(keyed.begin(), keyed.end(), [](const auto& a, const auto& b) {
+      return a.first < b.first || (a.first == b.first && a.second < b.second);
+    });
     for (std::size_t from = 0; from < keyed.size();) {
       std::size_t to = from;
       while (to < keyed.size() && keyed[to].first == keyed[from].first) ++to;
@@ -108,12 +127,19 @@ class LessEqualIndex {
     if (p.searchIndex) {
       // Rows within the tolerance differ in at most this many entries, each by 1/10^9 at most;
       // the second term covers the rounding of both sums.
-      const double reach = static_cast<double>(row.entries().size() + maxEntries_);
-      const double bound =
-          2e-9 * reach * (1 + 1e-6) + 1e-15 * (reach + 4) * (p.magnitude + 1 + 2e-9 * reach);
-      auto it = std::lower_bound(index_.begin(), index_.end(),
-                                 std::make_pair(p.sum - bound, std::size_t{0}));
-      for (; it != index_.end() && it->first <= p.sum + bound; ++it) consider(it->second);
+      const dbl_t reach = static_cast<dbl_t>(row.entries().size() + maxEntries_);
+      const dbl_t bound = 2e-9L * reach * (1 + 1e-6L) +
+                          1e-17L * (reach + 4) * (p.magnitude + 1 + 2e-9L * reach);
+      const IndexKey from{p.infinities, p.sum - bound};
+      auto it = std::lower_bound(index_.begin(), index_.end(), from,
+                                 [](const auto& entry, const IndexKey& key) {
+                                   return entry.first < key;
+                                 });
+      for (; it != index_.end() && it->first.infinities == p.infinities &&
+             it->first.sum <= p.sum + bound;
+           ++it) {
+        consider(it->second);
+      }
     }
     if (p.searchHuge) {
       for (const std::size_t g : hugeGroups_) consider(g);
@@ -152,7 +178,7 @@ class LessEqualIndex {
   }
 
   std::vector<Group> groups_;
-  std::vector<std::pair<double, std::size_t>> index_;  // (weighted sum, group), ascending
+  std::vector<std::pair<IndexKey, std::size_t>> index_;  // (key, group), ascending
   std::vector<std::size_t> hugeGroups_;
   std::vector<std::size_t> groupOf_;  // "<=" row id -> group
   std::vector<std::size_t> order_;    // position -> "<=" row id

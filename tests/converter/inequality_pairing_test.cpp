@@ -17,15 +17,18 @@ class RandomRows {
     const QQ tiny = QQ(1L, 10000000000L);         // 1/10^10: within the tolerance
     const QQ limit = QQ(1L, 1000000000L);         // exactly the tolerance: still equal
     const QQ beyond = QQ(11L, 10000000000L);      // just above it
-    const QQ huge = QQ(std::string("1") + std::string(200, '0'));  // beyond the weighted index
-    values_ = {QQ(1L),         QQ(2L),         QQ(-3L),        QQ(1L) + tiny, QQ(1L) - tiny,
-               QQ(1L) + limit, QQ(1L) + beyond, tiny,          QQ(1L, 3L),   QQ::infinity(),
-               QQ::minusInfinity(), huge,      huge + tiny,    huge + QQ(1L), -huge};
+    const QQ huge = QQ(std::string("1") + std::string(300, '0'));  // as large as LP text gives
+    // Beyond the range of the index's sums: such rows are searched one by one.
+    const QQ vast = QQ(std::string("1") + std::string(5000, '0'));
+    values_ = {QQ(1L),         QQ(2L),         QQ(-3L),         QQ(1L) + tiny, QQ(1L) - tiny,
+               QQ(1L) + limit, QQ(1L) + beyond, tiny,           QQ(1L, 3L),   QQ::infinity(),
+               QQ::minusInfinity(), huge,      huge + tiny,     huge + QQ(1L), -huge,
+               vast,           vast + tiny,    vast + beyond,   -vast};
   }
 
   SparseRow next(long n) {
     SparseRow row;
-    std::uniform_int_distribution<long> entries(0, 3);
+    std::uniform_int_distribution<long> entries(0, 4);
     std::uniform_int_distribution<long> index(1, n);
     std::uniform_int_distribution<std::size_t> value(0, values_.size() - 1);
     for (long e = entries(engine_); e > 0; --e) row.assign(index(engine_), values_[value(engine_)]);

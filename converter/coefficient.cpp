@@ -1,8 +1,6 @@
 #include "converter/coefficient.h"
 
 #include <charconv>
-#include <cmath>
-#include <cstdlib>
 
 #include "containers/vector.h"
 

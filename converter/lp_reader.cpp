@@ -1,7 +1,6 @@
 #include "converter/lp_reader.h"
 
 #include <cstdint>
-#include <cstdlib>
 
 #include "converter/expression_parser.h"
 #include "converter/line_matchers.h"

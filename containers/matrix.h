@@ -52,15 +52,11 @@ class Matrix : public ConversionArray<Vector<T>>, public Serializable {
     ConversionArray<Vector<T>>::resize(0, true);
     columns = 0;
     if (is.fail()) reportFailure(messages::kMatrixBadStream);
+    const detail::Opening opening = detail::openBrackets(is);
+    if (opening == detail::Opening::none) return;
     const std::string& whitespace = detail::containerWhitespace();
     char c = 0;
-    skipDelimitersAndComments(is, whitespace, &c);
-    if (!peekChar(is, c) || c != '[') return;
-    is.get();
-    skipDelimitersAndComments(is, whitespace, &c);
-    if (peekChar(is, c) && c == ']') {
-      is.get();
-    } else {
+    if (opening == detail::Opening::elements) {
       for (long r = 1;; ++r) {
         resize(r, columns, true);
         // A row reader facing anything but "[" reads an empty row and consumes nothing, so

@@ -20,6 +20,24 @@ inline const std::string& containerWhitespace() {
   return set;
 }
 
+enum class Opening { none, empty, elements };
+
+// The start of a bracketed vector or matrix text: skips white space and comments; when "[" follows,
+// consumes it and the white space and comments after it, and also a "]" that closes it at once.
+inline Opening openBrackets(std::istream& is) {
+  const std::string& whitespace = containerWhitespace();
+  char c = 0;
+  skipDelimitersAndComments(is, whitespace, &c);
+  if (!peekChar(is, c) || c != '[') return Opening::none;
+  is.get();
+  skipDelimitersAndComments(is, whitespace, &c);
+  if (peekChar(is, c) && c == ']') {
+    is.get();
+    return Opening::empty;
+  }
+  return Opening::elements;
+}
+
 // The value "inf" reads as: the element type's infinity when it has one; otherwise a static
 // that is never set, so 0 for integers.
 template <typename T>
@@ -78,16 +96,9 @@ class Vector : public SerializableArray<T> {
   void deserialize(std::istream& is) override {
     this->resize(0, true);
     if (is.fail()) throw ReadException(messages::kVectorBadStream);
+    if (detail::openBrackets(is) != detail::Opening::elements) return;
     const std::string& whitespace = detail::containerWhitespace();
     char c = 0;
-    skipDelimitersAndComments(is, whitespace, &c);
-    if (!peekChar(is, c) || c != '[') return;
-    is.get();
-    skipDelimitersAndComments(is, whitespace, &c);
-    if (peekChar(is, c) && c == ']') {
-      is.get();
-      return;
-    }
     for (;;) {
       this->resize(this->dimension + 1, true);
       T& element = this->elements[this->dimension];

@@ -506,18 +506,7 @@ QQ::QQ(ZZ&& z)
   abs(ganze);
 }
 
-QQ::QQ(const ZZ& numerator, const ZZ& denominator)
-    : isInf(false), isPositive(true), ganze(), zaehler(numerator), nenner(denominator) {
-  if (zaehler.sign() < 0) {
-    isPositive = !isPositive;
-    abs(zaehler);
-  }
-  if (nenner.sign() < 0) {
-    isPositive = !isPositive;
-    abs(nenner);
-  }
-  normalize(*this);
-}
+QQ::QQ(const ZZ& numerator, const ZZ& denominator) : QQ(ZZ(numerator), ZZ(denominator)) {}
 
 QQ::QQ(ZZ&& numerator, ZZ&& denominator)
     : isInf(false),

@@ -15,6 +15,7 @@
 #include <string_view>
 #include <utility>
 
+#include "numbers/internal/binary_scale.h"
 #include "numbers/internal/wide_int.h"
 #include "numbers/messages.h"
 #include "numbers/precision_exceptions.h"
@@ -246,12 +247,7 @@ dbl_t nearestQuotient(const ZZ& numerator, const ZZ& denominator) {
   if (e < kLowestExponent - kDigits - 2) return 0;
   ZZ n(numerator);
   ZZ d(denominator);
-  if (e >= 0) {
-    mpz_mul_2exp(d.value, d.value, static_cast<unsigned long>(e));
-  } else {
-    mpz_mul_2exp(n.value, n.value, static_cast<unsigned long>(-e));
-  }
-  if (mpz_cmp(n.value, d.value) < 0) --e;
+  e = detail::scaleIntoUnitOctave(n, d);
   // The value in units of the last mantissa bit, rounded to an integer.
   const long quantum = std::max(e - (kDigits - 1), kLowestExponent - (kDigits - 1));
   mpz_set(n.value, numerator.value);

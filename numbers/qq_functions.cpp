@@ -3,6 +3,7 @@
 #include <cmath>
 #include <utility>
 
+#include "numbers/internal/binary_scale.h"
 #include "numbers/messages.h"
 #include "numbers/qq.h"
 #include "util/failure.h"
@@ -180,20 +181,8 @@ QQ log2(const QQ& x) {
   ZZ denominator;
   improper(x, numerator, denominator);
   // k = floor(log2 x), so that y = x / 2^k lies in [1, 2).
-  long k = static_cast<long>(mpz_sizeinbase(numerator.value, 2)) -
-           static_cast<long>(mpz_sizeinbase(denominator.value, 2));
-  ZZ scaledNumerator(numerator);
-  ZZ scaledDenominator(denominator);
-  if (k >= 0) {
-    mpz_mul_2exp(scaledDenominator.value, scaledDenominator.value, static_cast<unsigned long>(k));
-  } else {
-    mpz_mul_2exp(scaledNumerator.value, scaledNumerator.value, static_cast<unsigned long>(-k));
-  }
-  if (mpz_cmp(scaledNumerator.value, scaledDenominator.value) < 0) {
-    --k;
-    mpz_mul_2exp(scaledNumerator.value, scaledNumerator.value, 1);
-  }
-  QQ y(std::move(scaledNumerator), std::move(scaledDenominator));
+  const long k = detail::scaleIntoUnitOctave(numerator, denominator);
+  QQ y(std::move(numerator), std::move(denominator));
   // Each squaring of y in [1, 2) moves the next binary digit of the logarithm in front.
   static const QQ kTwo(2L);
   QQ result(k);

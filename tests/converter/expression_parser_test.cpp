@@ -62,6 +62,7 @@ TEST(ExpressionParserTest, ScanTable) {
       {"inf x1", 1, {{1, "1"}}, "0", ""},
       {"x1 + 2 = 3 <= 4", 1, {}, "2", "=3<=4"},
       {"7", 0, {}, "7", ""},
+      {"2 x1 +", 1, {{1, "2"}}, "1", ""},  // a sign at the end reads its implicit 1
       {"", 0, {}, "0", ""},
   };
   for (const ScanCase& c : cases) {

@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "numbers/qq.h"
-#include "util/full_precision.h"
+#include <lpconv/numbers/qq.h>
+#include <lpconv/util/full_precision.h>
 
 namespace lpconv {
 namespace {

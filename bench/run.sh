@@ -46,7 +46,7 @@ if ((build)); then
     -DBUILD_TESTING=OFF >/dev/null
   cmake --build "$builddir" -j2 --target lpconv lp_generator >/dev/null
 fi
-lpconv="$PWD/$builddir/lpconv"
+lpconv="$PWD/$builddir/bin/lpconv"
 generator="$PWD/$builddir/bench/lp_generator"
 for exe in "$lpconv" "$generator"; do
   [ -x "$exe" ] || { echo "run.sh: $exe is missing (drop --no-build)" >&2; exit 2; }

@@ -1,4 +1,4 @@
-#include "containers/array.h"
+#include <lpconv/containers/array.h>
 
 #include <gtest/gtest.h>
 

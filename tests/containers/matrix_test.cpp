@@ -1,4 +1,4 @@
-#include "containers/matrix.h"
+#include <lpconv/containers/matrix.h>
 
 #include <gtest/gtest.h>
 

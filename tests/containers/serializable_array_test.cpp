@@ -1,4 +1,4 @@
-#include "containers/serializable_array.h"
+#include <lpconv/containers/serializable_array.h>
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "containers/split.h"
+#include <lpconv/containers/split.h>
 
 #include <gtest/gtest.h>
 

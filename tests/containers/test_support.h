@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "numbers/qq.h"
+#include <lpconv/numbers/qq.h>
 
 namespace lpconv::testing_support {
 

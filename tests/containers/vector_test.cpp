@@ -1,4 +1,4 @@
-#include "containers/vector.h"
+#include <lpconv/containers/vector.h>
 
 #include <gtest/gtest.h>
 #include <sys/wait.h>

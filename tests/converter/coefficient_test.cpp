@@ -1,4 +1,4 @@
-#include "converter/coefficient.h"
+#include <lpconv/converter/coefficient.h>
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "containers/vector.h"
+#include <lpconv/containers/vector.h>
 
 namespace lpconv {
 namespace {

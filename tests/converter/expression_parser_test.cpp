@@ -1,4 +1,4 @@
-#include "converter/expression_parser.h"
+#include <lpconv/converter/expression_parser.h>
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "converter/inequality_pairing.h"
+#include <lpconv/converter/inequality_pairing.h>
 
 #include <gtest/gtest.h>
 

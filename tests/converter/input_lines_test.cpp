@@ -1,4 +1,4 @@
-#include "converter/input_lines.h"
+#include <lpconv/converter/input_lines.h>
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "converter/line_matchers.h"
+#include <lpconv/converter/line_matchers.h>
 
 #include <gtest/gtest.h>
 
@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "converter/output_name.h"
-#include "util/patterns.h"
+#include <lpconv/converter/output_name.h>
+#include <lpconv/util/patterns.h>
 
 namespace lpconv {
 namespace {

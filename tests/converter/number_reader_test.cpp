@@ -1,4 +1,4 @@
-#include "converter/number_reader.h"
+#include <lpconv/converter/number_reader.h>
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "util/full_precision.h"
+#include <lpconv/util/full_precision.h>
 
 namespace lpconv {
 namespace {

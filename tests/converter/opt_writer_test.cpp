@@ -1,4 +1,4 @@
-#include "converter/opt_writer.h"
+#include <lpconv/converter/opt_writer.h>
 
 #include <gtest/gtest.h>
 
@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "containers/matrix.h"
-#include "containers/vector.h"
-#include "converter/inequality_pairing.h"
+#include <lpconv/containers/matrix.h>
+#include <lpconv/containers/vector.h>
+#include <lpconv/converter/inequality_pairing.h>
 #include "temp_file.h"
 
 namespace lpconv {

@@ -1,4 +1,4 @@
-#include "converter/output_name.h"
+#include <lpconv/converter/output_name.h>
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "numbers/precision_exceptions.h"
+#include <lpconv/numbers/precision_exceptions.h>
 
 #include <gtest/gtest.h>
 

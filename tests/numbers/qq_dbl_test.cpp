@@ -11,10 +11,10 @@
 #include <string>
 #include <vector>
 
-#include "numbers/precision_exceptions.h"
-#include "numbers/qq.h"
+#include <lpconv/numbers/precision_exceptions.h>
+#include <lpconv/numbers/qq.h>
 #include "tests/numbers/test_support.h"
-#include "util/full_precision.h"
+#include <lpconv/util/full_precision.h>
 
 namespace lpconv {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "numbers/qq.h"
+#include <lpconv/numbers/qq.h>
 #include "tests/numbers/test_support.h"
 
 namespace lpconv {

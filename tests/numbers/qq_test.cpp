@@ -1,4 +1,4 @@
-#include "numbers/qq.h"
+#include <lpconv/numbers/qq.h>
 
 #include <gtest/gtest.h>
 

@@ -4,7 +4,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "numbers/qq.h"
+#include <lpconv/numbers/qq.h>
 #include "tests/numbers/test_support.h"
 
 namespace lpconv {

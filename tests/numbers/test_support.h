@@ -9,7 +9,7 @@
 #include <random>
 #include <string>
 
-#include "numbers/qq.h"
+#include <lpconv/numbers/qq.h>
 
 namespace lpconv::testing {
 

@@ -1,4 +1,4 @@
-#include "numbers/zz.h"
+#include <lpconv/numbers/zz.h>
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "util/durations.h"
+#include <lpconv/util/durations.h>
 
 #include <gtest/gtest.h>
 

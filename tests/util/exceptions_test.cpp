@@ -1,4 +1,4 @@
-#include "util/exceptions.h"
+#include <lpconv/util/exceptions.h>
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "util/failure.h"
+#include <lpconv/util/failure.h>
 
 #include <gtest/gtest.h>
 

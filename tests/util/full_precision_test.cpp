@@ -1,4 +1,4 @@
-#include "util/full_precision.h"
+#include <lpconv/util/full_precision.h>
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "util/paths.h"
+#include <lpconv/util/paths.h>
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>

@@ -1,4 +1,4 @@
-#include "util/patterns.h"
+#include <lpconv/util/patterns.h>
 
 #include <gtest/gtest.h>
 

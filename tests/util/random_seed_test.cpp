@@ -1,4 +1,4 @@
-#include "util/random_seed.h"
+#include <lpconv/util/random_seed.h>
 
 #include <gtest/gtest.h>
 

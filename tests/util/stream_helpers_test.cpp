@@ -1,4 +1,4 @@
-#include "util/stream_helpers.h"
+#include <lpconv/util/stream_helpers.h>
 
 #include <gtest/gtest.h>
 

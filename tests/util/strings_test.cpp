@@ -1,4 +1,4 @@
-#include "util/strings.h"
+#include <lpconv/util/strings.h>
 
 #include <gtest/gtest.h>
 

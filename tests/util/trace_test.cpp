@@ -1,4 +1,4 @@
-#include "util/trace.h"
+#include <lpconv/util/trace.h>
 
 #include <gtest/gtest.h>
 

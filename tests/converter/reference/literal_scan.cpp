@@ -3,9 +3,9 @@
 #include <cctype>
 #include <cstdlib>
 
-#include "util/failure.h"
-#include "util/patterns.h"
-#include "util/strings.h"
+#include <lpconv/util/failure.h>
+#include <lpconv/util/patterns.h>
+#include <lpconv/util/strings.h>
 
 namespace lpconv::reference {
 

@@ -5,8 +5,8 @@
 
 #include <string>
 
-#include "containers/vector.h"
-#include "numbers/qq.h"
+#include <lpconv/containers/vector.h>
+#include <lpconv/numbers/qq.h>
 
 namespace lpconv::reference {
 

@@ -10,15 +10,15 @@
 #include <iostream>
 #include <string>
 
-#include "containers/matrix.h"
-#include "containers/vector.h"
+#include <lpconv/containers/matrix.h>
+#include <lpconv/containers/vector.h>
 #include "literal_scan.h"
-#include "numbers/qq.h"
-#include "util/failure.h"
-#include "util/full_precision.h"
-#include "util/paths.h"
-#include "util/patterns.h"
-#include "util/trace.h"
+#include <lpconv/numbers/qq.h>
+#include <lpconv/util/failure.h>
+#include <lpconv/util/full_precision.h>
+#include <lpconv/util/paths.h>
+#include <lpconv/util/patterns.h>
+#include <lpconv/util/trace.h>
 
 namespace lpconv::reference {
 namespace {

@@ -1,3 +1,0 @@
-#include "converter/run.h"
-
-int main(int argc, char** argv) { return lpconv::runConverter(argc, argv); }

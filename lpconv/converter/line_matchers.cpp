@@ -1,0 +1,113 @@
+#include <lpconv/converter/line_matchers.h>
+
+#include <algorithm>
+
+namespace lpconv {
+
+namespace {
+
+char foldCase(char c) { return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c; }
+
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
+
+// Replaces, in place, every non-overlapping occurrence of a two-character pair by one character,
+// left to right; the text only shrinks, so the write position never passes the read position.
+void replacePairs(std::string& text, char first, char second, char replacement) {
+  std::size_t out = 0;
+  const std::size_t size = text.size();
+  for (std::size_t i = 0; i < size; ++i) {
+    if (text[i] == first && i + 1 < size && text[i + 1] == second) {
+      text[out++] = replacement;
+      ++i;
+    } else {
+      text[out++] = text[i];
+    }
+  }
+  text.resize(out);
+}
+
+}  // namespace
+
+bool containsIgnoringCase(std::string_view text, std::string_view word) {
+  if (word.empty()) return true;
+  if (text.size() < word.size()) return false;
+  const char first = foldCase(word[0]);
+  const std::size_t last = text.size() - word.size();
+  for (std::size_t i = 0; i <= last; ++i) {
+    if (foldCase(text[i]) != first) continue;
+    std::size_t j = 1;
+    while (j < word.size() && foldCase(text[i + j]) == foldCase(word[j])) ++j;
+    if (j == word.size()) return true;
+  }
+  return false;
+}
+
+bool containsSubjectTo(std::string_view line) { return containsIgnoringCase(line, "subject to"); }
+
+bool startsSection(std::string_view line) {
+  // One pass for the three words: only a "b" or a "g" can start a match. Every line of the file
+  // goes through here in three of the four passes.
+  const auto follows = [&](std::size_t at, std::string_view rest) {
+    if (line.size() - at < rest.size()) return false;
+    for (std::size_t k = 0; k < rest.size(); ++k) {
+      if (foldCase(line[at + k]) != rest[k]) return false;
+    }
+    return true;
+  };
+  for (std::size_t i = 0; i < line.size(); ++i) {
+    const char c = foldCase(line[i]);
+    if (c == 'b' && (follows(i + 1, "ound") || follows(i + 1, "in"))) return true;
+    if (c == 'g' && follows(i + 1, "en")) return true;
+  }
+  return false;
+}
+
+std::optional<std::string_view> firstVariableDigits(std::string_view line) {
+  for (std::size_t i = 0; i + 1 < line.size(); ++i) {
+    if (foldCase(line[i]) != 'x' || !isDigit(line[i + 1])) continue;
+    std::size_t end = i + 1;
+    while (end < line.size() && isDigit(line[end])) ++end;
+    return line.substr(i + 1, end - i - 1);
+  }
+  return std::nullopt;
+}
+
+bool hasMinimiseHeader(std::string_view text) {
+  const std::size_t colon = text.rfind(':');
+  if (colon == std::string_view::npos || colon < 3) return false;
+  return containsIgnoringCase(text.substr(0, colon), "min");
+}
+
+bool removeObjectiveHeader(std::string& text) {
+  const std::size_t colon = text.rfind(':');
+  if (colon == std::string::npos || colon < 3) return false;
+  const std::string_view head = std::string_view(text).substr(0, colon);
+  const std::size_t min = head.find("Min");
+  const std::size_t max = head.find("Max");
+  const std::size_t start = std::min(min, max);
+  if (start == std::string_view::npos) return false;
+  text.erase(start, colon + 1 - start);
+  return true;
+}
+
+std::string normaliseExpression(std::string_view text) {
+  std::string compact;
+  compact.reserve(text.size());
+  bool signPairs = false;  // two signs in a row: only then can a replacement change anything
+  for (const char c : text) {
+    if (c == ' ' || c == '\t' || c == '\r' || c == '\n') continue;
+    if ((c == '+' || c == '-') && !compact.empty() &&
+        (compact.back() == '+' || compact.back() == '-')) {
+      signPairs = true;
+    }
+    compact.push_back(c);
+  }
+  if (!signPairs) return compact;
+  replacePairs(compact, '+', '-', '-');
+  replacePairs(compact, '-', '+', '-');
+  replacePairs(compact, '-', '-', '+');
+  replacePairs(compact, '+', '+', '+');
+  return compact;
+}
+
+}  // namespace lpconv

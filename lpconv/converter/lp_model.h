@@ -1,0 +1,62 @@
+#pragma once
+// What the passes over an LP file gather: everything the output file is written from. Rows are
+// sparse; vectors over x1..n keep only the entries that differ from their default.
+
+#include <map>
+#include <vector>
+
+#include <lpconv/converter/sparse_row.h>
+#include <lpconv/numbers/qq.h>
+
+namespace lpconv {
+
+struct RowCounts {
+  long lessEqual = 0;     // rows containing "<="
+  long greaterEqual = 0;  // rows containing ">=" (and not "<=")
+  long equations = 0;     // rows containing "=" only
+};
+
+// The bounds of x1..n; both default to +infinity (a lower +infinity means "no bound stated").
+class VariableBounds {
+ public:
+  struct Pair {
+    QQ lower = QQ::infinity();
+    QQ upper = QQ::infinity();
+  };
+
+  Pair& at(long index) { return stated_[index]; }
+  // The stated pairs in index order; every other index holds the defaults.
+  const std::map<long, Pair>& stated() const { return stated_; }
+
+ private:
+  std::map<long, Pair> stated_;
+};
+
+// A filed constraint: coefficient row and right-hand side.
+struct ConstraintRow {
+  SparseRow coefficients;
+  QQ rhs;
+};
+
+// One row of the merged two-sided inequality system: lower <= coefficients . x <= upper.
+struct InequalityRow {
+  const SparseRow* coefficients;
+  const QQ* lower;
+  const QQ* upper;
+};
+
+struct LpModel {
+  long variables = 0;
+  RowCounts counts;
+  VariableBounds bounds;
+
+  bool hasObjective = false;
+  bool minimise = false;
+  SparseRow objective;
+
+  std::vector<ConstraintRow> equations;
+  std::vector<ConstraintRow> greaterEqual;
+  std::vector<ConstraintRow> lessEqual;
+};
+
+}  // namespace lpconv

@@ -1,0 +1,3 @@
+#include <lpconv/converter/run.h>
+
+int main(int argc, char** argv) { return lpconv::runConverter(argc, argv); }

@@ -1,0 +1,100 @@
+#include <lpconv/converter/opt_writer.h>
+
+namespace lpconv {
+
+namespace {
+
+// A matrix: "[", a line end, every row followed by a line end, "]".
+template <typename Rows, typename WriteRow>
+void writeMatrix(OutputBuffer& out, const Rows& rows, WriteRow writeRow) {
+  out.put("[\n");
+  for (const auto& row : rows) {
+    writeRow(row);
+    out.put("\n");
+  }
+  out.put("]");
+}
+
+template <typename Values, typename ValueOf>
+void writeVector(OutputBuffer& out, const Values& values, ValueOf valueOf) {
+  out.put("[ ");
+  for (const auto& item : values) {
+    out.put(valueOf(item));
+    out.put(" ");
+  }
+  out.put("]");
+}
+
+// The bounds of x1..n, one side of each pair; unstated entries are +infinity.
+void writeBoundVector(OutputBuffer& out, const VariableBounds& bounds, long n, bool lower) {
+  out.put("[ ");
+  long next = 1;
+  for (const auto& [index, pair] : bounds.stated()) {
+    out.putRepeated("inf ", index - next);
+    out.put(lower ? pair.lower : pair.upper);
+    out.put(" ");
+    next = index + 1;
+  }
+  out.putRepeated("inf ", n + 1 - next);
+  out.put("]");
+}
+
+}  // namespace
+
+void writeDenseRow(OutputBuffer& out, const SparseRow& row, long n) {
+  out.put("[ ");
+  long next = 1;
+  for (const RowEntry& entry : row.entries()) {
+    out.putRepeated("0 ", entry.index - next);
+    out.put(entry.value);
+    out.put(" ");
+    next = entry.index + 1;
+  }
+  out.putRepeated("0 ", n + 1 - next);
+  out.put("]");
+}
+
+void writeOptFile(OutputBuffer& out, const LpModel& model,
+                  const std::vector<InequalityRow>& inequalities) {
+  const long n = model.variables;
+  const auto rowOf = [&](const auto& row) { writeDenseRow(out, row.coefficients, n); };
+  const auto rhsOf = [](const ConstraintRow& row) -> const QQ& { return row.rhs; };
+
+  // 1-2: the objective sense and coefficients; without an objective header both are empty.
+  if (model.hasObjective) {
+    out.put(model.minimise ? "[ -inf ]\n" : "[ inf ]\n");
+    out.put("[\n");
+    writeDenseRow(out, model.objective, n);
+    out.put("\n]\n");
+  } else {
+    out.put("[ ]\n[\n]\n");
+  }
+  out.put("\n");
+
+  // 4-7: the equations, their right-hand sides and the empty array.
+  writeMatrix(out, model.equations, rowOf);
+  out.put("\n");
+  writeVector(out, model.equations, rhsOf);
+  out.put("\n[ ]\n\n");
+
+  // 8-11: the two-sided inequalities.
+  writeMatrix(out, inequalities,
+              [&](const InequalityRow& row) { writeDenseRow(out, *row.coefficients, n); });
+  out.put("\n");
+  writeVector(out, inequalities, [](const InequalityRow& row) -> const QQ& { return *row.lower; });
+  out.put("\n");
+  writeVector(out, inequalities, [](const InequalityRow& row) -> const QQ& { return *row.upper; });
+  out.put("\n\n");
+
+  // 12-14: the integer vector (all zero) and the variable bounds.
+  out.put("[ ");
+  out.putRepeated("0 ", n);
+  out.put("]\n");
+  writeBoundVector(out, model.bounds, n, true);
+  out.put("\n");
+  writeBoundVector(out, model.bounds, n, false);
+  out.put("\n");
+  out.flush();
+}
+
+}  // namespace lpconv

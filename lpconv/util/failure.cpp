@@ -11,6 +11,8 @@ std::time_t lastOutputTime = std::time(nullptr);
 
 namespace {
 
+FailureHandler installedHandler = nullptr;
+
 // The frame keeps its three empty insertions: they write nothing, but each one is a point where
 // the tied standard output is flushed before standard error is written.
 template <typename Message>
@@ -22,9 +24,27 @@ template <typename Message>
 
 }  // namespace
 
-void reportFailure(const std::string& message) { writeFailure(message); }
+FailureHandler setFailureHandler(FailureHandler handler) {
+  FailureHandler previous = installedHandler;
+  installedHandler = handler;
+  return previous;
+}
 
-void reportFailure(const char* message) { writeFailure(message); }
+void throwFailure(const std::string& message) { throw FailureException(message); }
+
+FailureException::FailureException(const std::string& message) : GeneralException(message) {}
+
+FailureException::~FailureException() = default;
+
+void reportFailure(const std::string& message) {
+  if (installedHandler != nullptr) installedHandler(message);
+  writeFailure(message);
+}
+
+void reportFailure(const char* message) {
+  if (installedHandler != nullptr) installedHandler(message != nullptr ? message : "");
+  writeFailure(message);
+}
 
 void reportMessage(const std::string& message) {
   std::cerr << "" << message << endLine() << "";

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <iostream>
 #include <string>
 
@@ -43,6 +44,43 @@ TEST(ReportFailureDeathTest, PendingStandardOutputIsFlushedFirst) {
       },
       ::testing::ExitedWithCode(1),
       "^\\|-> InEquations: 1\n\\*\\*\\* FAIL: The amount of <= and >= equations differ!\n$");
+}
+
+namespace {
+[[noreturn]] void exitWithSeven(const std::string&) { std::_Exit(7); }
+void returnAnyway(const std::string&) {}
+}  // namespace
+
+TEST(FailureHandlerTest, ThrowFailureCarriesTheMessageAndTheDefaultComesBack) {
+  EXPECT_EQ(setFailureHandler(throwFailure), nullptr);
+  try {
+    reportFailure("Vector: bad input");
+    ADD_FAILURE() << "reportFailure returned";
+  } catch (const FailureException& e) {
+    EXPECT_STREQ(e.what(), "Vector: bad input");
+  }
+  try {
+    reportFailure(static_cast<const char*>(nullptr));
+  } catch (const GeneralException& e) {
+    EXPECT_STREQ(e.what(), "");
+  }
+  EXPECT_EQ(setFailureHandler(nullptr), &throwFailure);
+  EXPECT_EXIT(reportFailure("x"), ::testing::ExitedWithCode(1), "^\n\\*\\*\\* FAIL: x\n$");
+}
+
+TEST(FailureHandlerDeathTest, AHandlerDecidesAndOneThatReturnsGetsTheDefaultFrame) {
+  EXPECT_EXIT(
+      {
+        setFailureHandler(exitWithSeven);
+        reportFailure("m");
+      },
+      ::testing::ExitedWithCode(7), "^$");
+  EXPECT_EXIT(
+      {
+        setFailureHandler(returnAnyway);
+        reportFailure("m");
+      },
+      ::testing::ExitedWithCode(1), "^\n\\*\\*\\* FAIL: m\n$");
 }
 
 TEST(TerminateWithFailureDeathTest, ExitsWithStatusOneAndNoOutput) {

@@ -22,6 +22,7 @@ inline constexpr char kParseError3[] = "QQ: parse error3";
 inline constexpr char kDivisionByZero1[] = "QQ: division by zero1";
 inline constexpr char kMalformedNumber1[] = "QQ: malformed number1";
 inline constexpr char kMalformedNumber2[] = "QQ: malformed number2";
+inline constexpr char kExponentOutOfRange[] = "QQ: exponent out of range";
 
 // Roots and logarithms.
 inline constexpr char kZerothRoot[] = "QQ: zero-th roots are not defined";

@@ -35,8 +35,8 @@ bool isOne(const ZZ& z) { return mpz_cmp_ui(z.value, 1) == 0; }
 void setZero(QQ& r) {
   r.isInf = false;
   r.isPositive = true;
-  internal::setUnsigned(r.ganze.value, 0);
-  internal::setUnsigned(r.zaehler.value, 0);
+  detail::setUnsigned(r.ganze.value, 0);
+  detail::setUnsigned(r.zaehler.value, 0);
   mpz_set_ui(r.nenner.value, 1);
 }
 
@@ -44,7 +44,7 @@ void setInfinity(QQ& r, bool positive) {
   r.isInf = true;
   r.isPositive = positive;
   mpz_set_ui(r.ganze.value, 1);
-  internal::setUnsigned(r.zaehler.value, 0);
+  detail::setUnsigned(r.zaehler.value, 0);
   mpz_set_ui(r.nenner.value, 1);
 }
 
@@ -168,12 +168,12 @@ void subMagnitudes(QQ& r, const QQ& a, const QQ& b, bool negated) {
 // r = ±|a| ± |b| (signs aPositive, bPositive) in native arithmetic, for finite canonical a and b
 // whose six integers are all below 2^62. Returns false, touching nothing, when one is larger.
 bool addSmall(QQ& r, const QQ& a, bool aPositive, const QQ& b, bool bPositive) {
-  using internal::i128;
-  using internal::u128;
+  using detail::i128;
+  using detail::u128;
   std::uint64_t ga, za, na, gb, zb, nb;
-  if (!internal::smallPart(a.nenner, na) || !internal::smallPart(b.nenner, nb) ||
-      !internal::smallPart(a.ganze, ga) || !internal::smallPart(a.zaehler, za) ||
-      !internal::smallPart(b.ganze, gb) || !internal::smallPart(b.zaehler, zb)) {
+  if (!detail::smallPart(a.nenner, na) || !detail::smallPart(b.nenner, nb) ||
+      !detail::smallPart(a.ganze, ga) || !detail::smallPart(a.zaehler, za) ||
+      !detail::smallPart(b.ganze, gb) || !detail::smallPart(b.zaehler, zb)) {
     return false;
   }
   // Over the least common denominator na · (nb / d); only factors of d can remain in common.
@@ -220,9 +220,9 @@ bool addSmall(QQ& r, const QQ& a, bool aPositive, const QQ& b, bool bPositive) {
   }
   r.isInf = false;
   r.isPositive = positive || (g == 0 && fraction == 0);
-  internal::setWide(r.ganze.value, static_cast<u128>(g));
-  internal::setWide(r.zaehler.value, fraction);
-  internal::setWide(r.nenner.value, n);
+  detail::setWide(r.ganze.value, static_cast<u128>(g));
+  detail::setWide(r.zaehler.value, fraction);
+  detail::setWide(r.nenner.value, n);
   return true;
 }
 
@@ -288,29 +288,29 @@ void cancel(mpz_ptr x, mpz_ptr y, mpz_ptr common) {
 // when both fit in one word.
 bool smallImproper(const QQ& x, std::uint64_t& numerator, std::uint64_t& denominator) {
   std::uint64_t g, z;
-  if (!internal::smallPart(x.ganze, g) || !internal::smallPart(x.zaehler, z) ||
-      !internal::smallPart(x.nenner, denominator)) {
+  if (!detail::smallPart(x.ganze, g) || !detail::smallPart(x.zaehler, z) ||
+      !detail::smallPart(x.nenner, denominator)) {
     return false;
   }
-  const internal::u128 n = static_cast<internal::u128>(g) * denominator + z;
+  const detail::u128 n = static_cast<detail::u128>(g) * denominator + z;
   if ((n >> 64) != 0) return false;
   numerator = static_cast<std::uint64_t>(n);
   return true;
 }
 
 // r = (p / q) with the given sign, for coprime p and q > 0.
-void setQuotient(QQ& r, internal::u128 p, internal::u128 q, bool positive) {
+void setQuotient(QQ& r, detail::u128 p, detail::u128 q, bool positive) {
   r.isInf = false;
   r.isPositive = positive;
   if (q == 1) {
-    internal::setWide(r.ganze.value, p);
-    internal::setUnsigned(r.zaehler.value, 0);
+    detail::setWide(r.ganze.value, p);
+    detail::setUnsigned(r.zaehler.value, 0);
     mpz_set_ui(r.nenner.value, 1);
     return;
   }
-  internal::setWide(r.ganze.value, p / q);
-  internal::setWide(r.zaehler.value, p % q);
-  internal::setWide(r.nenner.value, q);
+  detail::setWide(r.ganze.value, p / q);
+  detail::setWide(r.zaehler.value, p % q);
+  detail::setWide(r.nenner.value, q);
 }
 
 // |a| · |b| (or |a| / |b| when `divide`) in native arithmetic for finite, non-zero, canonical
@@ -323,8 +323,8 @@ bool mulSmall(QQ& r, const QQ& a, const QQ& b, bool divide, bool positive) {
   // Each fraction is reduced, so cancelling crosswise leaves the product reduced.
   const std::uint64_t g1 = std::gcd(pa, qb);
   const std::uint64_t g2 = std::gcd(pb, qa);
-  setQuotient(r, static_cast<internal::u128>(pa / g1) * (pb / g2),
-              static_cast<internal::u128>(qa / g2) * (qb / g1), positive);
+  setQuotient(r, static_cast<detail::u128>(pa / g1) * (pb / g2),
+              static_cast<detail::u128>(qa / g2) * (qb / g1), positive);
   return true;
 }
 
@@ -648,12 +648,12 @@ std::int64_t compare(const QQ& a, const QQ& b) {
       c = 0;  // equal integers, the common case in coefficient rows
     } else if (mpz_cmp(a.nenner.value, b.nenner.value) == 0) {
       c = static_cast<std::int16_t>(mpz_cmp(a.zaehler.value, b.zaehler.value));
-    } else if (internal::smallPart(a.zaehler, za) && internal::smallPart(a.nenner, na) &&
-               internal::smallPart(b.zaehler, zb) && internal::smallPart(b.nenner, nb)) {
+    } else if (detail::smallPart(a.zaehler, za) && detail::smallPart(a.nenner, na) &&
+               detail::smallPart(b.zaehler, zb) && detail::smallPart(b.nenner, nb)) {
       // One-word fractions: the cross products order them like the numerators over the least
       // common denominator.
-      const internal::u128 left = static_cast<internal::u128>(za) * nb;
-      const internal::u128 right = static_cast<internal::u128>(zb) * na;
+      const detail::u128 left = static_cast<detail::u128>(za) * nb;
+      const detail::u128 right = static_cast<detail::u128>(zb) * na;
       c = static_cast<std::int16_t>((left > right) - (left < right));
     } else {
       Registers& s = registers();

@@ -25,7 +25,7 @@ namespace lpconv {
 
 namespace {
 
-using internal::u128;
+using detail::u128;
 
 constexpr int kLargestPowerOfTen = 19;  // 10^19 is the largest power of ten below 2^64
 
@@ -40,9 +40,9 @@ constexpr std::array<u128, 39> kPowersOfTen = powersOfTen();
 void setSmall(QQ& r, bool positive, std::uint64_t whole, std::uint64_t numerator,
               std::uint64_t denominator) {
   r.isInf = false;
-  internal::setUnsigned(r.ganze.value, whole);
-  internal::setUnsigned(r.zaehler.value, numerator);
-  internal::setUnsigned(r.nenner.value, denominator);
+  detail::setUnsigned(r.ganze.value, whole);
+  detail::setUnsigned(r.zaehler.value, numerator);
+  detail::setUnsigned(r.nenner.value, denominator);
   r.isPositive = positive || (whole == 0 && numerator == 0);
 }
 
@@ -363,13 +363,13 @@ dbl_t toDbl(const QQ& x, bool exact, bool allowCut) {
     return x.isPositive ? std::numeric_limits<dbl_t>::infinity()
                         : -std::numeric_limits<dbl_t>::infinity();
   }
-  static const long budget = digitLimit;
+  static const long kBudget = digitLimit;
   if (exact) {
-    if (digitCount(x.ganze) > budget) {
+    if (digitCount(x.ganze) > kBudget) {
       throw PreCommaPrecisionException(messages::kIntegerPartNotExact);
     }
     QQ cut;
-    if (cutAfterDigits(x, budget, cut)) {
+    if (cutAfterDigits(x, kBudget, cut)) {
       if (!allowCut) throw PostCommaPrecisionException(messages::kNotRepresentable);
       return nearest(cut);
     }

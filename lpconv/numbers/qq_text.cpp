@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include <lpconv/numbers/messages.h>
 #include <lpconv/numbers/qq.h>
@@ -15,6 +16,12 @@
 namespace lpconv {
 
 namespace {
+
+// The largest exponent magnitude the exponent pass forms 10 to. A fractional exponent needs a
+// power and a root of 10 whose orders are its numerator and denominator; both are kept below
+// kMaxFractionTerm, far beyond what a decimal text writes and cheap to compute.
+constexpr unsigned long kMaxExponent = 1000000;
+constexpr unsigned long kMaxFractionTerm = 1000;
 
 // Reads an integer field with GMP's base-0 rules; throws std::invalid_argument("mpz_set_str").
 ZZ readInteger(std::string_view text) {
@@ -34,63 +41,59 @@ void flipNegative(QQ& r, ZZ& field) {
   }
 }
 
-QQ parseText(std::string_view text);
-
-// M "e" E: the mantissa times 10 to the exponent. Returns the product itself rather than
-// re-reading its written form: the written form of a canonical value reads back unchanged.
-QQ parseWithExponent(std::string_view text, std::size_t letter) {
-  const QQ mantissa = parseText(text.substr(0, letter));
-  std::string_view rest = text.substr(letter + 1);
-  bool negative = false;
-  if (!rest.empty() && (rest.front() == '+' || rest.front() == '-')) {
-    negative = rest.front() == '-';
-    rest.remove_prefix(1);
-  }
-  const std::size_t firstNonZero = rest.find_first_not_of('0');
-  rest.remove_prefix(firstNonZero == std::string_view::npos ? rest.size() : firstNonZero);
-  QQ exponent;
-  if (!rest.empty()) {
-    exponent = parseText(rest);
-    if (negative) exponent = -std::move(exponent);
-  }
-  static const QQ kTen(10L);
-  return mantissa * power(kTen, exponent);
+std::string_view skipSpace(std::string_view text) {
+  std::size_t start = 0;
+  while (start < text.size() && std::isspace(static_cast<unsigned char>(text[start]))) ++start;
+  return text.substr(start);
 }
 
-// I "." F or I "," F. Only the integer part of the text after the zeros counts.
-QQ parseDecimal(std::string_view text, std::size_t separator, bool positive) {
-  QQ r;
-  r.isPositive = positive;
-  r.ganze = readInteger(text.substr(0, separator));
-  std::string_view rest = text.substr(separator + 1);
-  const std::size_t firstNonZero = rest.find_first_not_of('0');
-  const std::size_t zeros = firstNonZero == std::string_view::npos ? rest.size() : firstNonZero;
-  QQ t = parseText(rest.substr(zeros));
-  ZZ digits = std::move(t.ganze);
-  stripTrailingZeros(digits);
-  const long places = static_cast<long>(zeros) + digitCount(digits);
-  r.zaehler = std::move(digits);
-  mpz_ui_pow_ui(r.nenner.value, 10, static_cast<unsigned long>(places));
-  r.isInf = false;
-  normalize(r);
-  return r;
+std::size_t leadingZeros(std::string_view text) {
+  const std::size_t firstNonZero = text.find_first_not_of('0');
+  return firstNonZero == std::string_view::npos ? text.size() : firstNonZero;
 }
 
-// I ":" N "/" D, the writer's mixed form.
-QQ parseMixed(std::string_view text, std::size_t separator, bool positive) {
-  QQ r;
-  r.isPositive = positive;
-  r.ganze = readInteger(text.substr(0, separator));
-  const std::string_view rest = text.substr(separator + 1);
-  if (!rest.empty() && rest.front() == '0') reportFailure(messages::kMalformedNumber1);
-  QQ t = parseText(rest);
-  if (!t.isPositive) reportFailure(messages::kMalformedNumber1);
-  if (!t.ganze.isZero()) reportFailure(messages::kMalformedNumber2);
-  r.zaehler = std::move(t.zaehler);
-  r.nenner = std::move(t.nenner);
+// A sign and 1 to 18 decimal digits without a leading zero (or the single digit 0): the common
+// case, which needs no GMP text conversion. Gives exactly what the general route gives.
+bool parsePlainInteger(std::string_view text, QQ& r) {
+  bool positive = true;
+  if (!text.empty() && (text.front() == '-' || text.front() == '+')) {
+    positive = text.front() == '+';
+    text.remove_prefix(1);
+  }
+  if (text.empty() || text.size() > 18 || (text.front() == '0' && text.size() > 1)) return false;
+  long value = 0;
+  for (const char c : text) {
+    if (c < '0' || c > '9') return false;
+    value = value * 10 + (c - '0');
+  }
   r.isInf = false;
-  normalize(r);
-  return r;
+  r.isPositive = positive || value == 0;
+  mpz_set_si(r.ganze.value, value);
+  mpz_set_ui(r.zaehler.value, 0);
+  mpz_set_ui(r.nenner.value, 1);
+  return true;
+}
+
+// One "." / "," or ":" level of a text without exponent letters, waiting for the value of the
+// text after its separator.
+struct PendingLevel {
+  bool mixed;
+  bool positive;
+  long zeros;
+  ZZ ganze;
+};
+
+// No separator: an integer (kept as read, without normalisation) or "inf".
+QQ parseWhole(std::string_view text, bool positive) {
+  if (text.front() != 'i') {
+    QQ r;
+    r.ganze = readInteger(text);
+    r.isPositive = positive || r.ganze.isZero();
+    return r;
+  }
+  if (text.size() < 2 || text[1] != 'n') reportFailure(messages::kParseError2);
+  if (text.size() < 3 || text[2] != 'f') reportFailure(messages::kParseError3);
+  return QQ(positive);
 }
 
 QQ parseFraction(std::string_view text, std::size_t separator, bool positive) {
@@ -106,42 +109,136 @@ QQ parseFraction(std::string_view text, std::size_t separator, bool positive) {
   return r;
 }
 
-// No separator: an integer (kept as read, without normalisation) or "inf".
-QQ parseWhole(std::string_view text, bool positive) {
-  if (text.front() != 'i') {
-    QQ r;
-    r.ganze = readInteger(text);
-    r.isPositive = positive || r.ganze.isZero();
-    return r;
-  }
-  if (text.size() < 2 || text[1] != 'n') reportFailure(messages::kParseError2);
-  if (text.size() < 3 || text[2] != 'f') reportFailure(messages::kParseError3);
-  return QQ(positive);
+// I "." F, I "," F: only the integer part of the value t of F (after its leading zeros) counts.
+QQ finishDecimal(PendingLevel& level, QQ& t) {
+  QQ r;
+  r.isPositive = level.positive;
+  r.ganze = std::move(level.ganze);
+  ZZ digits = std::move(t.ganze);
+  stripTrailingZeros(digits);
+  const long places = level.zeros + digitCount(digits);
+  r.zaehler = std::move(digits);
+  mpz_ui_pow_ui(r.nenner.value, 10, static_cast<unsigned long>(places));
+  r.isInf = false;
+  normalize(r);
+  return r;
 }
 
-QQ parseText(std::string_view text) {
-  std::size_t start = 0;
-  while (start < text.size() && std::isspace(static_cast<unsigned char>(text[start]))) ++start;
-  text.remove_prefix(start);
-  const std::size_t letter = text.find_first_of("eE");
-  if (letter != std::string_view::npos) return parseWithExponent(text, letter);
-  bool positive = true;
-  if (!text.empty() && text.front() == '-') {
-    positive = false;
-    text.remove_prefix(1);
-  } else if (!text.empty() && text.front() == '+') {
-    text.remove_prefix(1);
+// I ":" N "/" D, the writer's mixed form; t is the value of the text after ":".
+QQ finishMixed(PendingLevel& level, QQ& t) {
+  if (!t.isPositive) reportFailure(messages::kMalformedNumber1);
+  if (!t.ganze.isZero()) reportFailure(messages::kMalformedNumber2);
+  QQ r;
+  r.isPositive = level.positive;
+  r.ganze = std::move(level.ganze);
+  r.zaehler = std::move(t.zaehler);
+  r.nenner = std::move(t.nenner);
+  r.isInf = false;
+  normalize(r);
+  return r;
+}
+
+// A text without exponent letters. The decimal and mixed forms parse the text after their
+// separator by the same rules; those levels are collected first, left to right, and finished
+// from the innermost outwards, so a failure is reported at the same level as by recursion.
+QQ parseMantissa(std::string_view text) {
+  std::vector<PendingLevel> levels;
+  QQ t;
+  for (;;) {
+    text = skipSpace(text);
+    if (parsePlainInteger(text, t)) break;
+    bool positive = true;
+    if (!text.empty() && text.front() == '-') {
+      positive = false;
+      text.remove_prefix(1);
+    } else if (!text.empty() && text.front() == '+') {
+      text.remove_prefix(1);
+    }
+    if (text.empty()) reportFailure(messages::kParseError1);
+    const std::size_t separator = text.find_first_of("/,.:");
+    if (separator == std::string_view::npos) {
+      t = parseWhole(text, positive);
+      break;
+    }
+    if (text[separator] == '/') {
+      t = parseFraction(text, separator, positive);
+      break;
+    }
+    const bool mixed = text[separator] == ':';
+    PendingLevel level{mixed, positive, 0, readInteger(text.substr(0, separator))};
+    text.remove_prefix(separator + 1);
+    if (mixed) {
+      if (!text.empty() && text.front() == '0') reportFailure(messages::kMalformedNumber1);
+    } else {
+      const std::size_t zeros = leadingZeros(text);
+      level.zeros = static_cast<long>(zeros);
+      text.remove_prefix(zeros);
+    }
+    levels.push_back(std::move(level));
   }
-  if (text.empty()) reportFailure(messages::kParseError1);
-  const std::size_t separator = text.find_first_of("/,.:");
-  if (separator == std::string_view::npos) return parseWhole(text, positive);
-  switch (text[separator]) {
-    case '/':
-      return parseFraction(text, separator, positive);
-    case ':':
-      return parseMixed(text, separator, positive);
-    default:
-      return parseDecimal(text, separator, positive);
+  while (!levels.empty()) {
+    PendingLevel& level = levels.back();
+    t = level.mixed ? finishMixed(level, t) : finishDecimal(level, t);
+    levels.pop_back();
+  }
+  return t;
+}
+
+// Whether 10^e can be formed: |e| <= kMaxExponent, and a fractional part whose power and root
+// stay below kMaxFractionTerm. Looks at the fields as they are (a parsed integer may carry its
+// sign in ganze). An infinite exponent needs no power of 10 ("1einf" is inf, "1e-inf" is 0).
+bool exponentInRange(const QQ& e) {
+  if (e.isInf) return true;
+  if (mpz_cmpabs_ui(e.ganze.value, kMaxExponent) > 0) return false;
+  if (e.zaehler.isZero()) return true;
+  return mpz_cmpabs_ui(e.ganze.value, kMaxExponent) < 0 &&
+         mpz_cmpabs_ui(e.zaehler.value, kMaxFractionTerm) <= 0 &&
+         mpz_cmpabs_ui(e.nenner.value, kMaxFractionTerm) <= 0;
+}
+
+// M "e" E, where E may itself carry exponents: "1e2e3" is 1 · 10^(2 · 10^3). The mantissas are
+// parsed left to right and the powers formed right to left, as the nesting reads.
+QQ parseText(std::string_view text) {
+  text = skipSpace(text);
+  std::size_t letter = text.find_first_of("eE");
+  if (letter == std::string_view::npos) return parseMantissa(text);
+  struct Level {
+    QQ mantissa;
+    bool negativeExponent;
+  };
+  std::vector<Level> levels;
+  levels.push_back({parseMantissa(text.substr(0, letter)), false});
+  QQ exponent;
+  for (;;) {
+    std::string_view rest = text.substr(letter + 1);
+    bool negative = false;
+    if (!rest.empty() && (rest.front() == '+' || rest.front() == '-')) {
+      negative = rest.front() == '-';
+      rest.remove_prefix(1);
+    }
+    rest.remove_prefix(leadingZeros(rest));
+    levels.back().negativeExponent = negative;
+    if (rest.empty()) {
+      exponent = QQ();
+      break;
+    }
+    text = skipSpace(rest);
+    letter = text.find_first_of("eE");
+    if (letter == std::string_view::npos) {
+      exponent = parseMantissa(text);
+      break;
+    }
+    levels.push_back({parseMantissa(text.substr(0, letter)), false});
+  }
+  static const QQ kTen(10L);
+  for (;;) {
+    Level& level = levels.back();
+    if (level.negativeExponent) exponent = -std::move(exponent);
+    if (!exponentInRange(exponent)) reportFailure(messages::kExponentOutOfRange);
+    QQ value = level.mantissa * power(kTen, exponent);
+    levels.pop_back();
+    if (levels.empty()) return value;
+    exponent = std::move(value);
   }
 }
 
@@ -189,20 +286,47 @@ std::ostream& operator<<(std::ostream& os, const QQ& x) {
 }
 
 std::istream& operator>>(std::istream& is, QQ& x) {
-  skipDelimitersAndComments(is, " \t\r\n");
-  std::string token;
-  for (int c = is.peek(); c >= '+' && c <= ':'; c = is.peek()) {
-    token.push_back(static_cast<char>(c));
-    is.get();
+  // Reads through the stream buffer but keeps the state bits of the character-wise reading:
+  // a look at the end of the input sets eofbit, and every look after that (the stream no
+  // longer good) sets failbit.
+  std::streambuf* buffer = is.rdbuf();
+  const auto peek = [&is, buffer]() -> int {
+    if (!is.good()) {
+      is.setstate(std::ios_base::failbit);
+      return std::char_traits<char>::eof();
+    }
+    const int c = buffer->sgetc();
+    if (c == std::char_traits<char>::eof()) is.setstate(std::ios_base::eofbit);
+    return c;
+  };
+  if (buffer == nullptr) {
+    skipDelimitersAndComments(is, " \t\r\n");
+    x = parseText("");
+    return is;
   }
-  if (is.peek() == 'i') {
+  int c = peek();
+  while (c == ' ' || c == '\t' || c == '\r' || c == '\n') {
+    buffer->sbumpc();
+    c = peek();
+  }
+  if (c == '/') {
+    skipDelimitersAndComments(is, " \t\r\n");
+    c = peek();
+  }
+  std::string token;
+  for (; c >= '+' && c <= ':'; c = peek()) {
+    token.push_back(static_cast<char>(c));
+    buffer->sbumpc();
+  }
+  // The character-wise reading looks once more here; at the end of the input that sets failbit.
+  if (peek() == 'i') {
     // An "i" or "in" that is not completed is consumed all the same.
-    is.get();
-    if (is.peek() == 'n') {
-      is.get();
-      if (is.peek() == 'f') {
+    buffer->sbumpc();
+    if (peek() == 'n') {
+      buffer->sbumpc();
+      if (peek() == 'f') {
         token.append("inf");
-        is.get();
+        buffer->sbumpc();
       }
     }
   }

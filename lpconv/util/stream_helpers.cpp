@@ -4,7 +4,7 @@ namespace lpconv {
 
 namespace {
 
-constexpr unsigned char endByte = 255;
+constexpr unsigned char kEndByte = 255;
 
 bool inSet(const std::string& set, char c) { return set.find(c) != std::string::npos; }
 
@@ -12,7 +12,7 @@ bool inSet(const std::string& set, char c) { return set.find(c) != std::string::
 
 bool peekChar(std::istream& is, char& c) {
   c = static_cast<char>(is.peek());
-  return static_cast<unsigned char>(c) != endByte;
+  return static_cast<unsigned char>(c) != kEndByte;
 }
 
 bool skipComment(std::istream& is, char& c) {

@@ -13,8 +13,8 @@ struct TraceState {
   long depth = 0;
   // One slot more than the deepest legal level: the fatal report at depth 128 still ends its
   // line through endLine, which marks the flags of that depth.
-  std::array<std::uint8_t, maxTraceDepth + 1> linePending{};
-  std::array<std::uint8_t, maxTraceDepth + 1> lineEnded{};
+  std::array<std::uint8_t, kMaxTraceDepth + 1> linePending{};
+  std::array<std::uint8_t, kMaxTraceDepth + 1> lineEnded{};
   std::string prefix;
 };
 
@@ -37,7 +37,7 @@ std::string enterLevel(bool noArrow) {
   for (long i = 0; i < t.depth; ++i) t.prefix += "    |";
   if (!noArrow) t.prefix += "->";
   ++t.depth;
-  if (t.depth == maxTraceDepth) reportFailure("Maximum thread depth reached");
+  if (t.depth == kMaxTraceDepth) reportFailure("Maximum thread depth reached");
   t.linePending[t.depth] = 1;
   return t.prefix;
 }

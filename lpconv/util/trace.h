@@ -6,8 +6,8 @@
 
 namespace lpconv {
 
-// Deepest nesting the trace allows; entering level maxTraceDepth is fatal.
-inline constexpr long maxTraceDepth = 128;
+// Deepest nesting the trace allows; entering level kMaxTraceDepth is fatal.
+inline constexpr long kMaxTraceDepth = 128;
 
 // Opens a line one level deeper and returns its prefix: "|", then "    |" per current level,
 // then "->" unless noArrow. Starts with "\n" when the current level still has an open line.

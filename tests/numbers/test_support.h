@@ -10,6 +10,8 @@
 #include <string>
 
 #include <lpconv/numbers/qq.h>
+#include <lpconv/util/failure.h>
+#include <stdexcept>
 
 namespace lpconv::testing {
 
@@ -85,6 +87,23 @@ inline ::testing::AssertionResult equalsRational(const QQ& x, const mpq_t r) {
     return failure;
   }
   return ::testing::AssertionSuccess();
+}
+
+// What f returns, or the message of the failure it reports (through throwFailure), or the
+// what() of the std::invalid_argument it throws.
+template <typename F>
+std::string outcome(F f) {
+  const FailureHandler previous = setFailureHandler(throwFailure);
+  std::string result;
+  try {
+    result = f();
+  } catch (const FailureException& e) {
+    result = e.what();
+  } catch (const std::invalid_argument& e) {
+    result = e.what();
+  }
+  setFailureHandler(previous);
+  return result;
 }
 
 // The exact standard-error text of a failure report, as an anchored regular expression.

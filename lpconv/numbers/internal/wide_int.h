@@ -8,7 +8,7 @@
 
 #include <lpconv/numbers/zz.h>
 
-namespace lpconv::internal {
+namespace lpconv::detail {
 
 // GCC and Clang provide 128-bit integers on every 64-bit target this builds for.
 __extension__ typedef unsigned __int128 u128;
@@ -48,4 +48,4 @@ inline void setWide(mpz_ptr target, u128 v) {
   mpz_limbs_finish(target, 2);
 }
 
-}  // namespace lpconv::internal
+}  // namespace lpconv::detail

@@ -2,62 +2,51 @@
 
 #include <charconv>
 
-#include <lpconv/containers/vector.h>
+#include <lpconv/numbers/tolerance.h>
 
 namespace lpconv {
 
 namespace {
 
-// 128-bit products of two inline parts; a compiler extension, hence the marker.
-__extension__ typedef __int128 Int128;
-__extension__ typedef unsigned __int128 UInt128;
+using internal::i128;
+using internal::u128;
 
-UInt128 magnitude(Int128 v) { return v < 0 ? static_cast<UInt128>(-v) : static_cast<UInt128>(v); }
+u128 magnitude(i128 v) { return v < 0 ? static_cast<u128>(-v) : static_cast<u128>(v); }
 
-UInt128 gcd128(UInt128 a, UInt128 b) {
+u128 gcd128(u128 a, u128 b) {
   while (b != 0) {
-    const UInt128 r = a % b;
+    const u128 r = a % b;
     a = b;
     b = r;
   }
   return a;
 }
 
-// A GMP integer from a 128-bit magnitude.
-void setMagnitude(mpz_t z, UInt128 v) {
-  const auto high = static_cast<unsigned long>(v >> 64);
-  const auto low = static_cast<unsigned long>(v);
-  mpz_set_ui(z, high);
-  mpz_mul_2exp(z, z, 64);
-  mpz_add_ui(z, z, low);
-}
-
-// Whether a GMP integer is non-negative and at most `limit`, and its value.
-bool fitsLimit(const mpz_t z, std::int64_t limit, std::int64_t& value) {
-  if (mpz_sgn(z) < 0 || !mpz_fits_slong_p(z)) return false;
-  const long v = mpz_get_si(z);
-  if (v > limit) return false;
-  value = v;
+// Whether a non-negative field is below the inline limit, and its value.
+bool inlinePart(const ZZ& z, std::int64_t& value) {
+  std::uint64_t v = 0;
+  if (mpz_sgn(z.value) < 0 || !internal::smallPart(z, v)) return false;
+  value = static_cast<std::int64_t>(v);
   return true;
 }
 
 // numerator / denominator in lowest terms, denominator > 0, as a Coefficient.
-Coefficient fromFraction(Int128 numerator, Int128 denominator) {
-  const UInt128 g = gcd128(magnitude(numerator), magnitude(denominator));
+Coefficient fromFraction(i128 numerator, i128 denominator) {
+  const u128 g = gcd128(magnitude(numerator), magnitude(denominator));
   if (g > 1) {
-    numerator /= static_cast<Int128>(g);
-    denominator /= static_cast<Int128>(g);
+    numerator /= static_cast<i128>(g);
+    denominator /= static_cast<i128>(g);
   }
-  if (magnitude(numerator) <= static_cast<UInt128>(Coefficient::smallLimit) &&
-      denominator <= Coefficient::smallLimit) {
+  if (magnitude(numerator) < static_cast<u128>(Coefficient::kInlineLimit) &&
+      denominator < Coefficient::kInlineLimit) {
     return Coefficient::fromLowestTerms(static_cast<std::int64_t>(numerator),
                                         static_cast<std::int64_t>(denominator));
   }
   ZZ num;
   ZZ den;
-  setMagnitude(num.value, magnitude(numerator));
+  internal::setWide(num.value, magnitude(numerator));
   if (numerator < 0) mpz_neg(num.value, num.value);
-  setMagnitude(den.value, static_cast<UInt128>(denominator));
+  internal::setWide(den.value, static_cast<u128>(denominator));
   return Coefficient(QQ(std::move(num), std::move(den)));
 }
 
@@ -72,7 +61,7 @@ void appendUnsigned(std::string& out, std::uint64_t v) {
 Coefficient::Coefficient(const QQ& value) {
   if (!value.isInf && mpz_cmp_ui(value.nenner.value, 1) == 0) {
     std::int64_t whole = 0;
-    if (fitsLimit(value.ganze.value, smallLimit, whole)) {
+    if (inlinePart(value.ganze, whole)) {
       numerator_ = value.isPositive ? whole : -whole;
       return;
     }
@@ -80,11 +69,10 @@ Coefficient::Coefficient(const QQ& value) {
     std::int64_t whole = 0;
     std::int64_t part = 0;
     std::int64_t denominator = 0;
-    if (fitsLimit(value.ganze.value, smallLimit, whole) &&
-        fitsLimit(value.zaehler.value, smallLimit, part) &&
-        fitsLimit(value.nenner.value, smallLimit, denominator)) {
-      const Int128 num = static_cast<Int128>(whole) * denominator + part;
-      if (num <= smallLimit) {
+    if (inlinePart(value.ganze, whole) && inlinePart(value.zaehler, part) &&
+        inlinePart(value.nenner, denominator)) {
+      const i128 num = static_cast<i128>(whole) * denominator + part;
+      if (num < kInlineLimit) {
         numerator_ = static_cast<std::int64_t>(value.isPositive ? num : -num);
         denominator_ = denominator;
         return;
@@ -122,11 +110,11 @@ Coefficient subtract(const Coefficient& a, const Coefficient& b) {
   if (a.isInline() && b.isInline()) {
     if (b.numerator() == 0) return a;
     if (a.denominator() == 1 && b.denominator() == 1) {
-      return fromFraction(static_cast<Int128>(a.numerator()) - b.numerator(), 1);
+      return fromFraction(static_cast<i128>(a.numerator()) - b.numerator(), 1);
     }
-    const Int128 numerator = static_cast<Int128>(a.numerator()) * b.denominator() -
-                             static_cast<Int128>(b.numerator()) * a.denominator();
-    return fromFraction(numerator, static_cast<Int128>(a.denominator()) * b.denominator());
+    const i128 numerator = static_cast<i128>(a.numerator()) * b.denominator() -
+                             static_cast<i128>(b.numerator()) * a.denominator();
+    return fromFraction(numerator, static_cast<i128>(a.denominator()) * b.denominator());
   }
   QQ r;
   sub(r, a.toQQ(), b.toQQ());
@@ -136,25 +124,27 @@ Coefficient subtract(const Coefficient& a, const Coefficient& b) {
 bool identical(const Coefficient& a, const Coefficient& b) {
   if (a.isInline() != b.isInline()) return false;
   if (a.isInline()) return a.numerator() == b.numerator() && a.denominator() == b.denominator();
-  const QQ& x = a.big();
-  const QQ& y = b.big();
-  return x.isInf == y.isInf && x.isPositive == y.isPositive &&
-         mpz_cmp(x.ganze.value, y.ganze.value) == 0 &&
-         mpz_cmp(x.zaehler.value, y.zaehler.value) == 0 &&
-         mpz_cmp(x.nenner.value, y.nenner.value) == 0;
+  return sameFields(a.big(), b.big());
+}
+
+bool sameFields(const QQ& a, const QQ& b) {
+  return a.isInf == b.isInf && a.isPositive == b.isPositive &&
+         mpz_cmp(a.ganze.value, b.ganze.value) == 0 &&
+         mpz_cmp(a.zaehler.value, b.zaehler.value) == 0 &&
+         mpz_cmp(a.nenner.value, b.nenner.value) == 0;
 }
 
 bool withinTolerance(const Coefficient& a, const Coefficient& b) {
   if (a.isInline() && b.isInline()) {
     if (a.numerator() == b.numerator() && a.denominator() == b.denominator()) return true;
     // |a - b| <= 1/10^9  <=>  |an * bd - bn * ad| * 10^9 <= ad * bd.
-    const Int128 difference = static_cast<Int128>(a.numerator()) * b.denominator() -
-                              static_cast<Int128>(b.numerator()) * a.denominator();
-    const UInt128 denominators = static_cast<UInt128>(a.denominator()) *
-                                 static_cast<UInt128>(b.denominator());
-    return magnitude(difference) <= denominators / 1000000000u;
+    const i128 difference = static_cast<i128>(a.numerator()) * b.denominator() -
+                              static_cast<i128>(b.numerator()) * a.denominator();
+    const u128 denominators = static_cast<u128>(a.denominator()) *
+                                 static_cast<u128>(b.denominator());
+    return magnitude(difference) <= denominators / kToleranceDenominator;
   }
-  return withinVectorTolerance(a.toQQ(), b.toQQ());
+  return withinEqualityTolerance(a.toQQ(), b.toQQ());
 }
 
 void appendText(std::string& out, const Coefficient& c) {

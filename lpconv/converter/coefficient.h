@@ -8,6 +8,7 @@
 #include <memory>
 #include <string>
 
+#include <lpconv/numbers/internal/wide_int.h>
 #include <lpconv/numbers/qq.h>
 
 namespace lpconv {
@@ -16,7 +17,7 @@ class Coefficient {
  public:
   Coefficient() = default;  // 0
   explicit Coefficient(long integer) : numerator_(integer) {
-    if (integer < -smallLimit || integer > smallLimit) *this = Coefficient(QQ(integer));
+    if (integer <= -kInlineLimit || integer >= kInlineLimit) *this = Coefficient(QQ(integer));
   }
   // Takes the inline form whenever the value fits it.
   Coefficient(const QQ& value);  // NOLINT(google-explicit-constructor): a QQ is a coefficient
@@ -39,7 +40,7 @@ class Coefficient {
   // The QQ form (valid when !isInline()).
   const QQ& big() const { return *big_; }
 
-  // numerator / denominator already in lowest terms, denominator > 0, both within smallLimit.
+  // numerator / denominator already in lowest terms, denominator > 0, both below kInlineLimit.
   static Coefficient fromLowestTerms(std::int64_t numerator, std::int64_t denominator) {
     Coefficient c;
     c.numerator_ = numerator;
@@ -47,9 +48,9 @@ class Coefficient {
     return c;
   }
 
-  // Both parts of the inline form stay within 2^62, so the products of two of them fit in 128
-  // bits with room for a sum.
-  static constexpr std::int64_t smallLimit = std::int64_t{1} << 62;
+  // Both parts of the inline form stay below the wide arithmetic's small limit (2^62), so the
+  // products of two of them fit in 128 bits with room for a sum.
+  static constexpr auto kInlineLimit = static_cast<std::int64_t>(internal::kSmallLimit);
 
  private:
   std::int64_t numerator_ = 0;
@@ -62,6 +63,8 @@ Coefficient subtract(const Coefficient& a, const Coefficient& b);
 
 // The same value (canonical forms make this field equality).
 bool identical(const Coefficient& a, const Coefficient& b);
+// The same QQ, field by field (flags and the three integers).
+bool sameFields(const QQ& a, const QQ& b);
 
 // The pairing test for one entry: false when the two differ by more than 1/10^9, decided as the
 // QQ comparison and subtraction decide it.

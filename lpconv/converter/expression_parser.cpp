@@ -1,20 +1,12 @@
 #include <lpconv/converter/expression_parser.h>
 
-#include <climits>
-
 #include <lpconv/converter/line_matchers.h>
 #include <lpconv/converter/number_reader.h>
-#include <lpconv/util/failure.h>
+#include <lpconv/converter/text_scan.h>
 
 namespace lpconv {
 
 namespace {
-
-constexpr std::size_t none = std::string::npos;
-
-// The C locale's white space, as string-to-double and string-to-integer skip it.
-bool isSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 // The next position at or after `from` where a predicate holds. Scan positions only grow, so the
 // last answer is reused while it is still ahead: the whole scan stays linear in the text length,
@@ -48,37 +40,10 @@ NextPosition(const std::string&, Predicate) -> NextPosition<Predicate>;
 
 }  // namespace
 
-long readIndex(const char* text) {
-  const char* p = text;
-  while (isSpace(*p)) ++p;
-  bool negative = false;
-  if (*p == '+' || *p == '-') {
-    negative = *p == '-';
-    ++p;
-  }
-  // Accumulate as a negative number so that LONG_MIN is reachable, as strtol does.
-  long value = 0;
-  bool overflow = false;
-  for (; isDigit(*p); ++p) {
-    const int digit = *p - '0';
-    if (value < (LONG_MIN + digit) / 10) {
-      overflow = true;
-    } else {
-      value = value * 10 - digit;
-    }
-  }
-  if (overflow) return negative ? LONG_MIN : LONG_MAX;
-  if (negative) return value;
-  return value == LONG_MIN ? LONG_MAX : -value;
-}
-
-void checkIndex(long index, long n) {
-  if (index < 1 || index > n) reportFailure("Array: index out of range");
-}
-
-std::string parseExpression(std::string_view text, long n, QQ& constant, SparseRow& row) {
-  constant = QQ();
-  row.clear();
+Expression parseExpression(std::string_view text, long n) {
+  Expression result;
+  QQ& constant = result.constant;
+  SparseRow& row = result.row;
   const std::string s = normaliseExpression(text);
   const std::size_t length = s.size();
 
@@ -147,7 +112,8 @@ std::string parseExpression(std::string_view text, long n, QQ& constant, SparseR
   };
   while (first < last && trimmed(s[first])) ++first;
   while (last > first && trimmed(s[last - 1])) --last;
-  return s.substr(first, last - first);
+  result.rest = s.substr(first, last - first);
+  return result;
 }
 
 }  // namespace lpconv

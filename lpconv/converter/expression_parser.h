@@ -11,17 +11,16 @@
 
 namespace lpconv {
 
-// Normalises `text`, skips leading "<", "=" and ">", and scans it into `row` (over x1..n) and
-// `constant` (both reset first). Returns the text from the first relation sign after the
-// expression, trimmed of " \t\n\r\f\v"; empty when the text holds no relation sign there.
-// Reports "Array: index out of range" for a variable index outside 1..n.
-std::string parseExpression(std::string_view text, long n, QQ& constant, SparseRow& row);
+// One scanned side: the coefficient row over x1..n, the constant, and the text from the first
+// relation sign after the expression, trimmed of " \t\n\r\f\v" (empty when there is none).
+struct Expression {
+  SparseRow row;
+  QQ constant;
+  std::string rest;
+};
 
-// base-10 string-to-integer (C strtol with base 10) on `text`: leading white space, a sign,
-// digits; saturates at the long range; 0 when no digits follow.
-long readIndex(const char* text);
-
-// Every index the converter addresses must lie in 1..n.
-void checkIndex(long index, long n);
+// Normalises `text`, skips leading "<", "=" and ">", and scans it. Reports
+// "Array: index out of range" for a variable index outside 1..n.
+Expression parseExpression(std::string_view text, long n);
 
 }  // namespace lpconv

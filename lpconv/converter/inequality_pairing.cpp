@@ -14,7 +14,7 @@ namespace {
 // and sums within a small, computable distance. LP text cannot produce finite entries beyond
 // 2^1030; entries from 2^16000 on would make the sums overflow, so rows holding them are searched
 // one by one instead.
-const dbl_t hugeEntry = std::ldexp(dbl_t{1}, 16000);
+const dbl_t kHugeEntry = std::ldexp(dbl_t{1}, 16000);
 
 // A fixed pseudo-random weight in [1, 2) per variable index, so no table of n weights is needed.
 std::uint64_t mix(std::uint64_t z) {
@@ -32,9 +32,9 @@ struct Projection {
   std::uint64_t infinities = 0;  // hash of the indices and signs of the infinite entries
   dbl_t sum = 0;                 // sum of weight * entry over the finite entries
   dbl_t magnitude = 0;           // sum of |weight * entry|
-  bool indexable = true;         // no finite entry reaches hugeEntry: the row goes into the index
-  bool searchIndex = true;       // no finite entry reaches 2 * hugeEntry: an indexed row may match
-  bool searchHuge = false;       // an entry reaches hugeEntry / 2: a row outside may match
+  bool indexable = true;         // no finite entry reaches kHugeEntry: the row goes into the index
+  bool searchIndex = true;       // no finite entry reaches 2 * kHugeEntry: an indexed row may match
+  bool searchHuge = false;       // an entry reaches kHugeEntry / 2: a row outside may match
 };
 
 Projection project(const SparseRow& row) {
@@ -47,9 +47,9 @@ Projection project(const SparseRow& row) {
     }
     const dbl_t value = approximate(v);
     const dbl_t size = std::fabs(value);
-    if (!(size < hugeEntry)) p.indexable = false;
-    if (!(size < 2 * hugeEntry)) p.searchIndex = false;
-    if (!(size < hugeEntry / 2)) p.searchHuge = true;
+    if (!(size < kHugeEntry)) p.indexable = false;
+    if (!(size < 2 * kHugeEntry)) p.searchIndex = false;
+    if (!(size < kHugeEntry / 2)) p.searchHuge = true;
     if (!p.searchIndex) continue;
     const dbl_t term = weightOf(e.index) * value;
     p.sum += term;
@@ -187,7 +187,7 @@ class LessEqualIndex {
 
 }  // namespace
 
-std::vector<InequalityRow> pairInequalities(const LpModel& model) {
+std::vector<InequalityRow> pairInequalities(const Constraints& model) {
   std::vector<InequalityRow> merged;
   merged.reserve(model.greaterEqual.size() + model.lessEqual.size());
   LessEqualIndex lessEqual(model.lessEqual);
@@ -207,7 +207,7 @@ std::vector<InequalityRow> pairInequalities(const LpModel& model) {
   return merged;
 }
 
-std::vector<InequalityRow> pairInequalitiesDirectly(const LpModel& model) {
+std::vector<InequalityRow> pairInequalitiesDirectly(const Constraints& model) {
   std::vector<InequalityRow> merged;
   std::vector<const ConstraintRow*> lessEqual;
   for (const ConstraintRow& row : model.lessEqual) lessEqual.push_back(&row);

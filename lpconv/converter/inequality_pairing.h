@@ -14,11 +14,11 @@ namespace lpconv {
 //
 // Candidates are found through an ordered index of a weighted sum of each row, so ordinary
 // inputs pair in O(rows log rows); every candidate is confirmed with the exact tolerance test.
-// The returned rows point into `model`, which must outlive them.
-std::vector<InequalityRow> pairInequalities(const LpModel& model);
+// The returned rows point into `model` and the shared infinities, which must outlive them.
+std::vector<InequalityRow> pairInequalities(const Constraints& model);
 
 // The same result by the direct search over the "<=" rows: quadratic, kept as the reference the
 // indexed pairing is tested against.
-std::vector<InequalityRow> pairInequalitiesDirectly(const LpModel& model);
+std::vector<InequalityRow> pairInequalitiesDirectly(const Constraints& model);
 
 }  // namespace lpconv

@@ -2,13 +2,11 @@
 
 #include <algorithm>
 
+#include <lpconv/converter/text_scan.h>
+
 namespace lpconv {
 
 namespace {
-
-char foldCase(char c) { return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c; }
-
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 // Replaces, in place, every non-overlapping occurrence of a two-character pair by one character,
 // left to right; the text only shrinks, so the write position never passes the read position.
@@ -45,19 +43,17 @@ bool containsIgnoringCase(std::string_view text, std::string_view word) {
 bool containsSubjectTo(std::string_view line) { return containsIgnoringCase(line, "subject to"); }
 
 bool startsSection(std::string_view line) {
-  // One pass for the three words: only a "b" or a "g" can start a match. Every line of the file
-  // goes through here in three of the four passes.
-  const auto follows = [&](std::size_t at, std::string_view rest) {
-    if (line.size() - at < rest.size()) return false;
-    for (std::size_t k = 0; k < rest.size(); ++k) {
-      if (foldCase(line[at + k]) != rest[k]) return false;
-    }
-    return true;
-  };
+  // One pass for all words: most characters start none of them. Every line of the file goes
+  // through here in three of the four passes.
   for (std::size_t i = 0; i < line.size(); ++i) {
     const char c = foldCase(line[i]);
-    if (c == 'b' && (follows(i + 1, "ound") || follows(i + 1, "in"))) return true;
-    if (c == 'g' && follows(i + 1, "en")) return true;
+    for (const SectionWord& section : kSectionWords) {
+      const std::string_view word = section.word;
+      if (c != word[0] || line.size() - i < word.size()) continue;
+      std::size_t k = 1;
+      while (k < word.size() && foldCase(line[i + k]) == word[k]) ++k;
+      if (k == word.size()) return true;
+    }
   }
   return false;
 }

@@ -3,11 +3,27 @@
 // regular-expression search would give (ECMAScript grammar, ASCII case folding), in one linear
 // pass and without recursion, so arbitrarily long lines are safe.
 
+#include <array>
 #include <optional>
 #include <string>
 #include <string_view>
 
 namespace lpconv {
+
+enum class Section { kBound, kGeneral, kBinary };
+
+struct SectionWord {
+  Section section;
+  std::string_view word;  // lower case; matched case-insensitively anywhere in a line
+};
+
+// The section words in the order the sections are read. A line naming any of them ends the
+// constraint block and every section; the sections are entered in this order, each at most once.
+inline constexpr std::array<SectionWord, 3> kSectionWords = {{
+    {Section::kBound, "bound"},
+    {Section::kGeneral, "gen"},
+    {Section::kBinary, "bin"},
+}};
 
 // Case-insensitive search for a fixed word ("Subject To", "Bound", "free", "<=" ...).
 bool containsIgnoringCase(std::string_view text, std::string_view word);
@@ -15,8 +31,7 @@ bool containsIgnoringCase(std::string_view text, std::string_view word);
 // "Subject To", case-insensitive, anywhere in the line.
 bool containsSubjectTo(std::string_view line);
 
-// "Bound|Gen|Bin", case-insensitive, anywhere in the line: the end of the constraint block and of
-// every section.
+// Any word of kSectionWords ("Bound|Gen|Bin"), case-insensitive, anywhere in the line.
 bool startsSection(std::string_view line);
 
 // The digits of the first match of "x([0-9]+)" (either case of x), or nothing.

@@ -24,7 +24,17 @@ class VariableBounds {
     QQ upper = QQ::infinity();
   };
 
-  Pair& at(long index) { return stated_[index]; }
+  // The bounds of x<index>: the defaults when none were stated. Reading never adds an entry.
+  const Pair& at(long index) const {
+    static const Pair defaults;
+    const auto found = stated_.find(index);
+    return found == stated_.end() ? defaults : found->second;
+  }
+  void set(long index, QQ lower, QQ upper) {
+    Pair& pair = stated_[index];
+    pair.lower = std::move(lower);
+    pair.upper = std::move(upper);
+  }
   // The stated pairs in index order; every other index holds the defaults.
   const std::map<long, Pair>& stated() const { return stated_; }
 
@@ -45,18 +55,25 @@ struct InequalityRow {
   const QQ* upper;
 };
 
+struct Objective {
+  bool present = false;  // the text before "Subject To" had a "(Min|Max)...:" header
+  bool minimise = false;
+  SparseRow row;
+};
+
+// The filed constraint rows, each group in input order.
+struct Constraints {
+  std::vector<ConstraintRow> equations;
+  std::vector<ConstraintRow> greaterEqual;
+  std::vector<ConstraintRow> lessEqual;
+};
+
 struct LpModel {
   long variables = 0;
   RowCounts counts;
   VariableBounds bounds;
-
-  bool hasObjective = false;
-  bool minimise = false;
-  SparseRow objective;
-
-  std::vector<ConstraintRow> equations;
-  std::vector<ConstraintRow> greaterEqual;
-  std::vector<ConstraintRow> lessEqual;
+  Objective objective;
+  Constraints constraints;
 };
 
 }  // namespace lpconv

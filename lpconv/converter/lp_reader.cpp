@@ -1,10 +1,14 @@
 #include <lpconv/converter/lp_reader.h>
 
 #include <cstdint>
+#include <string>
 
 #include <lpconv/converter/expression_parser.h>
+#include <lpconv/converter/input_text.h>
 #include <lpconv/converter/line_matchers.h>
+#include <lpconv/converter/messages.h>
 #include <lpconv/converter/number_reader.h>
+#include <lpconv/converter/text_scan.h>
 #include <lpconv/util/failure.h>
 
 namespace lpconv {
@@ -16,8 +20,8 @@ long truncateTo32Bits(long value) {
   return static_cast<std::int32_t>(static_cast<std::uint32_t>(static_cast<unsigned long>(value)));
 }
 
-// Moves `lines` past the first line containing "Subject To"; false at end of input.
-bool skipToSubjectTo(InputLines& lines) {
+// Moves `lines` past the first line containing "Subject To"; false at the end of the text.
+bool skipToSubjectTo(Lines& lines) {
   std::string_view line;
   while (lines.next(line)) {
     if (containsSubjectTo(line)) return true;
@@ -33,55 +37,44 @@ void forEachVariable(const std::string& line, Visit visit) {
   }
 }
 
-// Reads the lines of one section up to the next section line, which becomes `sectionLine`
-// (empty at end of input). handle(line) returns false to end the section at that line.
-template <typename Handle>
-void readSection(InputLines& lines, std::string& sectionLine, Handle handle) {
-  std::string_view view;
-  while (lines.next(view)) {
-    std::string line(view);
-    if (startsSection(line) || !handle(line)) {
-      sectionLine = std::move(line);
-      return;
-    }
-  }
-  sectionLine.clear();
-}
-
+// A bound line: "=" before a variable sets the carried lower value, "=" after one sets its bounds.
 void readBoundLine(const std::string& line, long n, QQ& lowerValue, VariableBounds& bounds) {
   long index = 0;
   for (std::size_t i = 0; i < line.size(); ++i) {
     if (line[i] == 'x') {
       index = readIndex(line.c_str() + i + 1);
+    } else if (line[i] == '=' && index == 0) {
+      lowerValue =
+          leadsToDigit(line, 0) ? readCoefficient(line.c_str()).toQQ() : QQ::minusInfinity();
     } else if (line[i] == '=') {
-      if (index == 0) {
-        lowerValue =
-            leadsToDigit(line, 0) ? readCoefficient(line.c_str()).toQQ() : QQ::minusInfinity();
-      } else {
-        checkIndex(index, n);
-        VariableBounds::Pair& pair = bounds.at(index);
-        pair.lower = lowerValue;
-        pair.upper = leadsToDigit(line, i + 1) ? readCoefficient(line.c_str() + i + 1).toQQ()
-                                                : QQ::infinity();
-        index = 0;
-      }
+      checkIndex(index, n);
+      // The lower bound is stored before the digit scan of the upper value can fail.
+      bounds.set(index, lowerValue, bounds.at(index).upper);
+      bounds.set(index, lowerValue,
+                 leadsToDigit(line, i + 1) ? readCoefficient(line.c_str() + i + 1).toQQ()
+                                           : QQ::infinity());
+      index = 0;
     }
   }
 }
 
-}  // namespace
-
-bool leadsToDigit(const std::string& text, std::size_t from) {
-  for (std::size_t i = from; i < text.size(); ++i) {
-    const char c = text[i];
-    if (c == ' ' || c == '+' || c == '-') continue;
-    return c >= '0' && c <= '9';
+// One section's lines up to the next section line or a line the section does not take
+// (handle(line) returns false); that line is returned, empty at the end of the text.
+template <typename Handle>
+std::string readSection(Lines& lines, Handle handle) {
+  std::string_view view;
+  while (lines.next(view)) {
+    std::string line(view);
+    if (startsSection(line) || !handle(line)) return line;
   }
-  reportFailure("scan for digit failed!");
+  return std::string();
 }
 
-long discoverVariables(InputLines& lines) {
+}  // namespace
+
+long discoverVariables(std::string_view text) {
   long n = 0;
+  Lines lines(text);
   std::string_view line;
   while (lines.next(line)) {
     const auto digits = firstVariableDigits(line);
@@ -92,93 +85,94 @@ long discoverVariables(InputLines& lines) {
   return n;
 }
 
-RowCounts countRows(InputLines& lines, const std::string& argument, std::string& sectionLine) {
-  RowCounts counts;
-  sectionLine.clear();
+ConstraintBlock countRows(std::string_view text, const std::string& argument) {
+  ConstraintBlock block;
+  Lines lines(text);
   if (skipToSubjectTo(lines)) {
     std::string_view line;
     while (lines.next(line)) {
       if (startsSection(line)) {
-        sectionLine = std::string(line);
+        block.sectionLine = line;
         break;
       }
       if (line.find("<=") != std::string_view::npos) {
-        ++counts.lessEqual;
+        ++block.counts.lessEqual;
       } else if (line.find(">=") != std::string_view::npos) {
-        ++counts.greaterEqual;
+        ++block.counts.greaterEqual;
       } else if (line.find('=') != std::string_view::npos) {
-        ++counts.equations;
+        ++block.counts.equations;
       } else if (!line.empty()) {
-        reportFailure("The file [ " + argument + " ] is incomplete!");
+        reportFailure(messages::fileIncomplete(argument));
       }
     }
   }
-  if (counts.lessEqual != counts.greaterEqual) {
-    reportFailure("The amount of <= and >= equations differ!");
-  }
-  return counts;
+  block.afterSectionLine = lines.position();
+  if (block.counts.lessEqual != block.counts.greaterEqual) reportFailure(messages::kUnbalanced);
+  return block;
 }
 
-void readSections(InputLines& lines, std::string sectionLine, long n, VariableBounds& bounds) {
-  if (containsIgnoringCase(sectionLine, "bound")) {
-    QQ lowerValue;  // carried from line to line
-    readSection(lines, sectionLine, [&](const std::string& line) {
-      if (line.find("<=") != std::string::npos) {
-        readBoundLine(line, n, lowerValue, bounds);
-      } else if (containsIgnoringCase(line, "free")) {
-        forEachVariable(line, [&](long index) {
-          checkIndex(index, n);
-          VariableBounds::Pair& pair = bounds.at(index);
-          pair.lower = QQ::minusInfinity();
-          pair.upper = QQ::infinity();
-        });
-      } else if (!line.empty()) {
-        return false;
-      }
-      return true;
-    });
-  }
-  if (containsIgnoringCase(sectionLine, "gen")) {
-    readSection(lines, sectionLine, [&](const std::string& line) {
+VariableBounds readSections(std::string_view text, const ConstraintBlock& block, long n) {
+  VariableBounds bounds;
+  Lines lines(text, block.afterSectionLine);
+  std::string current(block.sectionLine);
+  QQ lowerValue;  // carried from bound line to bound line
+  const auto boundLine = [&](const std::string& line) {
+    if (line.find("<=") != std::string::npos) {
+      readBoundLine(line, n, lowerValue, bounds);
+    } else if (containsIgnoringCase(line, "free")) {
       forEachVariable(line, [&](long index) {
         checkIndex(index, n);
-        VariableBounds::Pair& pair = bounds.at(index);
-        // "No bound stated" is a value test: a lower bound that is +infinity, however it got so.
-        if (pair.lower.isInf && pair.lower.isPositive) {
-          pair.lower = QQ::minusInfinity();
-          pair.upper = QQ::infinity();
-        }
+        bounds.set(index, QQ::minusInfinity(), QQ::infinity());
       });
-      return true;
+    } else if (!line.empty()) {
+      return false;
+    }
+    return true;
+  };
+  const auto generalLine = [&](const std::string& line) {
+    forEachVariable(line, [&](long index) {
+      checkIndex(index, n);
+      // "No bound stated" is a value test: a lower bound that is +infinity, however it got so.
+      const QQ& lower = bounds.at(index).lower;
+      if (lower.isInf && lower.isPositive) bounds.set(index, QQ::minusInfinity(), QQ::infinity());
     });
-  }
-  if (containsIgnoringCase(sectionLine, "bin")) {
-    readSection(lines, sectionLine, [&](const std::string& line) {
-      forEachVariable(line, [&](long index) {
-        checkIndex(index, n);
-        VariableBounds::Pair& pair = bounds.at(index);
-        pair.lower = QQ(0L);
-        pair.upper = QQ(1L);
-      });
-      return true;
+    return true;
+  };
+  const auto binaryLine = [&](const std::string& line) {
+    forEachVariable(line, [&](long index) {
+      checkIndex(index, n);
+      bounds.set(index, QQ(0L), QQ(1L));
     });
+    return true;
+  };
+  for (const SectionWord& section : kSectionWords) {
+    if (!containsIgnoringCase(current, section.word)) continue;
+    switch (section.section) {
+      case Section::kBound: current = readSection(lines, boundLine); break;
+      case Section::kGeneral: current = readSection(lines, generalLine); break;
+      case Section::kBinary: current = readSection(lines, binaryLine); break;
+    }
   }
+  return bounds;
 }
 
-void readObjective(InputLines& lines, LpModel& model) {
-  std::string text;
+Objective readObjective(std::string_view text, long n) {
+  Objective objective;
+  std::string header;
+  Lines lines(text);
   std::string_view line;
   while (lines.next(line)) {
     if (containsSubjectTo(line)) break;
-    text.append(line);
-    text.push_back('\n');
+    header.append(line);
+    header.push_back('\n');
   }
-  model.minimise = hasMinimiseHeader(text);
-  model.hasObjective = removeObjectiveHeader(text);
-  if (!model.hasObjective) return;
-  QQ constant;
-  const std::string rest = parseExpression(text, model.variables, constant, model.objective);
-  if (!rest.empty()) reportFailure("Objective function error: relation sign found!");
+  objective.minimise = hasMinimiseHeader(header);
+  objective.present = removeObjectiveHeader(header);
+  if (!objective.present) return objective;
+  Expression parsed = parseExpression(header, n);
+  if (!parsed.rest.empty()) reportFailure(messages::kObjectiveRelationSign);
+  objective.row = std::move(parsed.row);
+  return objective;
 }
 
 namespace {
@@ -186,44 +180,44 @@ namespace {
 // Files a finished row at the next free position of its group; a group filled beyond the number
 // counted for it fails with the container's index error.
 void fileRow(std::vector<ConstraintRow>& group, long counted, ConstraintRow&& row) {
-  if (static_cast<long>(group.size()) >= counted) reportFailure("Array: index out of range");
+  if (static_cast<long>(group.size()) >= counted) reportFailure(messages::kArrayIndexOutOfRange);
   group.push_back(std::move(row));
 }
 
 }  // namespace
 
-void readConstraints(InputLines& lines, LpModel& model) {
-  if (!skipToSubjectTo(lines)) return;
-  const long n = model.variables;
-  model.greaterEqual.reserve(model.counts.greaterEqual);
-  model.lessEqual.reserve(model.counts.lessEqual);
-  model.equations.reserve(model.counts.equations);
+Constraints readConstraints(std::string_view text, long n, const RowCounts& counts) {
+  Constraints constraints;
+  Lines lines(text);
+  if (!skipToSubjectTo(lines)) return constraints;
+  constraints.greaterEqual.reserve(counts.greaterEqual);
+  constraints.lessEqual.reserve(counts.lessEqual);
+  constraints.equations.reserve(counts.equations);
 
-  QQ leftConstant;
-  QQ rightConstant;
-  SparseRow rightRow;
   std::string_view line;
   while (lines.next(line)) {
     if (startsSection(line)) break;
     if (line.empty()) continue;
+    Expression left = parseExpression(line, n);
+    if (left.rest.empty()) reportFailure(messages::kNoRelationSign);
+    const bool greater = left.rest.find(">=") != std::string::npos;
+    const bool less = !greater && left.rest.find("<=") != std::string::npos;
     ConstraintRow row;
-    const std::string rest = parseExpression(line, n, leftConstant, row.coefficients);
-    if (rest.empty()) reportFailure("relation error: no sign found!");
-    const bool greater = rest.find(">=") != std::string::npos;
-    const bool less = !greater && rest.find("<=") != std::string::npos;
     // A "<=" row keeps its left constant as it is; the others move it across negated.
-    row.rhs = less ? leftConstant : -leftConstant;
-    parseExpression(rest, n, rightConstant, rightRow);
-    add(row.rhs, row.rhs, rightConstant);
-    row.coefficients.subtract(rightRow);
+    row.rhs = less ? std::move(left.constant) : -left.constant;
+    const Expression right = parseExpression(left.rest, n);
+    add(row.rhs, row.rhs, right.constant);
+    row.coefficients = std::move(left.row);
+    row.coefficients.subtract(right.row);
     if (greater) {
-      fileRow(model.greaterEqual, model.counts.greaterEqual, std::move(row));
+      fileRow(constraints.greaterEqual, counts.greaterEqual, std::move(row));
     } else if (less) {
-      fileRow(model.lessEqual, model.counts.lessEqual, std::move(row));
+      fileRow(constraints.lessEqual, counts.lessEqual, std::move(row));
     } else {
-      fileRow(model.equations, model.counts.equations, std::move(row));
+      fileRow(constraints.equations, counts.equations, std::move(row));
     }
   }
+  return constraints;
 }
 
 }  // namespace lpconv

@@ -1,20 +1,21 @@
 #include <lpconv/converter/number_reader.h>
 
-#include <cctype>
 #include <cstdlib>
+
+#include <lpconv/converter/text_scan.h>
 
 namespace lpconv {
 
 namespace {
 
 // Integers of up to 15 digits are exact in a double and print as themselves with 17 digits.
-constexpr int maxFastDigits = 15;
+constexpr int kMaxFastDigits = 15;
 
 }  // namespace
 
 double readDecimal(const char* text) {
   const char* p = text;
-  while (std::isspace(static_cast<unsigned char>(*p))) ++p;
+  while (isSpace(*p)) ++p;
   const char* unsignedPart = (*p == '+' || *p == '-') ? p + 1 : p;
   if (unsignedPart[0] == '0' && (unsignedPart[1] == 'x' || unsignedPart[1] == 'X')) {
     // The decimal reading stops before the "x": only the "0" converts.
@@ -26,13 +27,13 @@ double readDecimal(const char* text) {
 Coefficient readCoefficient(const char* text) {
   long value = 0;
   int digits = 0;
-  while (digits <= maxFastDigits && text[digits] >= '0' && text[digits] <= '9') {
+  while (digits <= kMaxFastDigits && isDigit(text[digits])) {
     value = value * 10 + (text[digits] - '0');
     ++digits;
   }
   const char next = text[digits];
-  if (digits > 0 && digits <= maxFastDigits && next != '.' && next != 'e' && next != 'E' &&
-      !(next >= '0' && next <= '9')) {
+  if (digits > 0 && digits <= kMaxFastDigits && next != '.' && next != 'e' && next != 'E' &&
+      !isDigit(next)) {
     return Coefficient(value);
   }
   return Coefficient(fromDbl(static_cast<dbl_t>(readDecimal(text))));

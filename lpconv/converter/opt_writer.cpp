@@ -61,10 +61,10 @@ void writeOptFile(OutputBuffer& out, const LpModel& model,
   const auto rhsOf = [](const ConstraintRow& row) -> const QQ& { return row.rhs; };
 
   // 1-2: the objective sense and coefficients; without an objective header both are empty.
-  if (model.hasObjective) {
-    out.put(model.minimise ? "[ -inf ]\n" : "[ inf ]\n");
+  if (model.objective.present) {
+    out.put(model.objective.minimise ? "[ -inf ]\n" : "[ inf ]\n");
     out.put("[\n");
-    writeDenseRow(out, model.objective, n);
+    writeDenseRow(out, model.objective.row, n);
     out.put("\n]\n");
   } else {
     out.put("[ ]\n[\n]\n");
@@ -72,9 +72,9 @@ void writeOptFile(OutputBuffer& out, const LpModel& model,
   out.put("\n");
 
   // 4-7: the equations, their right-hand sides and the empty array.
-  writeMatrix(out, model.equations, rowOf);
+  writeMatrix(out, model.constraints.equations, rowOf);
   out.put("\n");
-  writeVector(out, model.equations, rhsOf);
+  writeVector(out, model.constraints.equations, rhsOf);
   out.put("\n[ ]\n\n");
 
   // 8-11: the two-sided inequalities.

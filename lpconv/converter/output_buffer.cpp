@@ -3,21 +3,22 @@
 #include <limits.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 
 namespace lpconv {
 
 namespace {
-constexpr std::size_t textCapacity = 1 << 20;
-constexpr std::size_t repeatBlockBytes = 1 << 18;
+constexpr std::size_t kTextCapacity = 1 << 20;
+constexpr std::size_t kRepeatBlockBytes = 1 << 18;
 // Shorter runs are copied: a piece of their own would cost more than the copy.
-constexpr std::size_t copyBelowBytes = 512;
-constexpr std::size_t maxPieces = IOV_MAX;
+constexpr std::size_t kCopyBelowBytes = 512;
+constexpr std::size_t kMaxPieces = IOV_MAX;
 }  // namespace
 
 OutputBuffer::OutputBuffer(int fd) : fd_(fd) {
-  text_.reserve(textCapacity);
-  pieces_.reserve(maxPieces);
+  text_.reserve(kTextCapacity);
+  pieces_.reserve(kMaxPieces);
 }
 
 OutputBuffer::~OutputBuffer() { flush(); }
@@ -31,7 +32,7 @@ void OutputBuffer::reserveText(std::size_t bytes) {
 
 void OutputBuffer::addPiece(const char* data, std::size_t size) {
   if (size == 0) return;
-  if (pieces_.size() == maxPieces) flush();
+  if (pieces_.size() == kMaxPieces) flush();
   pieces_.push_back({const_cast<char*>(data), size});
 }
 
@@ -73,35 +74,24 @@ void OutputBuffer::put(const Coefficient& value) {
 }
 
 const std::string& OutputBuffer::blockOf(std::string_view item) {
-  if (lastBlock_ != nullptr && item == lastItem_) return *lastBlock_;
-  lastItem_.assign(item);
-  // Taken after the search: a new block may have moved the list (not the blocks' storage).
-  lastBlock_ = &findOrMakeBlock(item);
-  return *lastBlock_;
-}
-
-const std::string& OutputBuffer::findOrMakeBlock(std::string_view item) {
-  for (const std::string& block : repeatBlocks_) {
-    if (block.size() >= item.size() && block.compare(0, item.size(), item) == 0 &&
-        block.size() == (repeatBlockBytes / item.size()) * item.size()) {
-      return block;
-    }
+  if (lastBlock_ != nullptr && lastBlock_->first == item) return lastBlock_->second;
+  auto found = repeatBlocks_.find(item);
+  if (found == repeatBlocks_.end()) {
+    std::string block;
+    const std::size_t copies = std::max<std::size_t>(1, kRepeatBlockBytes / item.size());
+    block.reserve(copies * item.size());
+    for (std::size_t i = 0; i < copies; ++i) block.append(item);
+    found = repeatBlocks_.emplace(std::string(item), std::move(block)).first;
   }
-  std::string block;
-  const std::size_t copies = repeatBlockBytes / item.size();
-  block.reserve(copies * item.size());
-  for (std::size_t i = 0; i < copies; ++i) block.append(item);
-  // Pieces may point into earlier blocks: moving a block's string keeps its heap storage, so a
-  // growing list of blocks leaves them valid.
-  repeatBlocks_.push_back(std::move(block));
-  return repeatBlocks_.back();
+  lastBlock_ = &*found;
+  return found->second;
 }
 
 void OutputBuffer::putRepeated(std::string_view item, long count) {
   if (count <= 0 || item.empty()) return;
   const std::size_t bytes = static_cast<std::size_t>(count) * item.size();
   const std::string& block = blockOf(item);
-  if (bytes < copyBelowBytes) {
+  if (bytes < kCopyBelowBytes) {
     reserveText(bytes);
     const std::size_t offset = text_.size();
     text_.append(block.data(), bytes);

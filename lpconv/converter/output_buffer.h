@@ -5,6 +5,7 @@
 
 #include <sys/uio.h>
 
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,8 +17,8 @@ namespace lpconv {
 
 class OutputBuffer {
  public:
-  // Writes to `fd`, which stays owned by the caller. A failed write is not reported: like an
-  // unchecked stream, the buffer stops writing and the run goes on.
+  // Writes to `fd`, which stays owned by the caller. A failed write is not reported here: the
+  // buffer stops writing, and failed() tells the owner, who decides what the failure means.
   explicit OutputBuffer(int fd);
   ~OutputBuffer();
   OutputBuffer(const OutputBuffer&) = delete;
@@ -30,6 +31,8 @@ class OutputBuffer {
   void putRepeated(std::string_view item, long count);
   // Writes everything collected so far.
   void flush();
+  // Whether a write has failed (nothing is written after that).
+  bool failed() const { return failed_; }
 
  private:
   // Makes room for at least `bytes` more text, flushing when the buffer would have to grow (the
@@ -40,15 +43,14 @@ class OutputBuffer {
   void addPiece(const char* data, std::size_t size);
   // A block of whole copies of `item`, kept for the next run of the same item.
   const std::string& blockOf(std::string_view item);
-  const std::string& findOrMakeBlock(std::string_view item);
 
   int fd_;
   bool failed_ = false;
   std::string text_;
   std::vector<iovec> pieces_;
-  std::vector<std::string> repeatBlocks_;
-  std::string lastItem_;  // the item of the last block asked for, and that block
-  const std::string* lastBlock_ = nullptr;
+  // Item -> block. Map nodes never move, so pieces may point into any block.
+  std::map<std::string, std::string, std::less<>> repeatBlocks_;
+  const std::pair<const std::string, std::string>* lastBlock_ = nullptr;
 };
 
 }  // namespace lpconv

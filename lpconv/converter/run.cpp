@@ -7,8 +7,9 @@
 #include <string>
 
 #include <lpconv/converter/inequality_pairing.h>
-#include <lpconv/converter/input_lines.h>
+#include <lpconv/converter/input_text.h>
 #include <lpconv/converter/lp_reader.h>
+#include <lpconv/converter/messages.h>
 #include <lpconv/converter/opt_writer.h>
 #include <lpconv/converter/output_name.h>
 #include <lpconv/util/failure.h>
@@ -21,22 +22,38 @@ namespace {
 
 // A process started without any argument word (argc 0) still gets its usage text.
 [[noreturn]] void printUsage(const char* argv0) {
-  std::cout << "Usage: " << (argv0 == nullptr ? "" : baseName(argv0)) << " *.lp" << endLine();
+  std::cout << messages::kUsagePrefix << (argv0 == nullptr ? "" : baseName(argv0))
+            << messages::kUsageSuffix << endLine();
   lastOutputTime = std::time(nullptr);
   terminateWithFailure();
-}
-
-void writeBanner() {
-  std::cerr << "Note: This converter is not perfect, but it should" << std::endl;
-  std::cerr << "work correctly, as long as ALL variables are named" << std::endl;
-  std::cerr << "with a lower case 'x'." << std::endl;
-  std::cerr << std::endl;
 }
 
 // One status line on standard output: the trace prefix, the label and the count.
 void writeStatusLine(const char* label, long count) {
   std::cout << enterLevel(false) << " " << label << count << leaveLevel(false);
   lastOutputTime = std::time(nullptr);
+}
+
+// Writes the whole file and closes it. A failed write or close leaves an empty file and reports
+// "The output file [ name ] could not be written!".
+void writeOutput(int output, const std::string& outputName, const LpModel& model) {
+  const std::vector<InequalityRow> inequalities = pairInequalities(model.constraints);
+  bool written = false;
+  {
+    OutputBuffer out(output);
+    writeOptFile(out, model, inequalities);
+    written = !out.failed();
+  }
+  if (!written) {
+    // The file is left empty even when truncating fails: nothing more can be done about it.
+    if (::ftruncate(output, 0) != 0) {}
+    ::close(output);
+    reportFailure(messages::outputNotWritten(outputName));
+  }
+  if (::close(output) != 0) {
+    if (::truncate(outputName.c_str(), 0) != 0) {}
+    reportFailure(messages::outputNotWritten(outputName));
+  }
 }
 
 }  // namespace
@@ -49,37 +66,28 @@ int runConverter(int argc, char** argv) {
   if (outputName == inputName) printUsage(argv[0]);
 
   const int input = ::open(inputName.c_str(), O_RDONLY);
-  if (input < 0) reportFailure("The input file [ " + inputName + " ] could not be opened!");
+  if (input < 0) reportFailure(messages::inputNotOpened(inputName));
   const int output = ::open(outputName.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0666);
-  if (output < 0) reportFailure("The output file [ " + outputName + " ] could not be opened!");
+  if (output < 0) reportFailure(messages::outputNotOpened(outputName));
 
-  writeBanner();
+  std::cerr << messages::kBanner << std::flush;
 
-  InputLines lines(input);
   LpModel model;
-  model.variables = discoverVariables(lines);
-  lines.rewind();
-
-  std::string sectionLine;
-  model.counts = countRows(lines, inputName, sectionLine);
-  writeStatusLine("InEquations: ", model.counts.lessEqual);
-  writeStatusLine("Equations: ", model.counts.equations);
-  writeStatusLine("Variables: ", model.variables);
-  readSections(lines, sectionLine, model.variables, model.bounds);
-  lines.rewind();
-
-  readObjective(lines, model);
-  lines.rewind();
-
-  readConstraints(lines, model);
+  {
+    const InputText text(input);
+    model.variables = discoverVariables(text.firstPass());
+    const ConstraintBlock block = countRows(text.laterPass(), inputName);
+    model.counts = block.counts;
+    writeStatusLine(messages::kInEquationsLabel, model.counts.lessEqual);
+    writeStatusLine(messages::kEquationsLabel, model.counts.equations);
+    writeStatusLine(messages::kVariablesLabel, model.variables);
+    model.bounds = readSections(text.laterPass(), block, model.variables);
+    model.objective = readObjective(text.laterPass(), model.variables);
+    model.constraints = readConstraints(text.laterPass(), model.variables, model.counts);
+  }
   ::close(input);
 
-  const std::vector<InequalityRow> inequalities = pairInequalities(model);
-  {
-    OutputBuffer out(output);
-    writeOptFile(out, model, inequalities);
-  }
-  ::close(output);
+  writeOutput(output, outputName, model);
   return 0;
 }
 

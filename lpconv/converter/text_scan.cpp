@@ -1,0 +1,47 @@
+#include <lpconv/converter/text_scan.h>
+
+#include <climits>
+
+#include <lpconv/converter/messages.h>
+#include <lpconv/util/failure.h>
+
+namespace lpconv {
+
+long readIndex(const char* text) {
+  const char* p = text;
+  while (isSpace(*p)) ++p;
+  bool negative = false;
+  if (*p == '+' || *p == '-') {
+    negative = *p == '-';
+    ++p;
+  }
+  // Accumulate as a negative number so that LONG_MIN is reachable, as strtol does.
+  long value = 0;
+  bool overflow = false;
+  for (; isDigit(*p); ++p) {
+    const int digit = *p - '0';
+    if (value < (LONG_MIN + digit) / 10) {
+      overflow = true;
+    } else {
+      value = value * 10 - digit;
+    }
+  }
+  if (overflow) return negative ? LONG_MIN : LONG_MAX;
+  if (negative) return value;
+  return value == LONG_MIN ? LONG_MAX : -value;
+}
+
+void checkIndex(long index, long n) {
+  if (index < 1 || index > n) reportFailure(messages::kArrayIndexOutOfRange);
+}
+
+bool leadsToDigit(std::string_view text, std::size_t from) {
+  for (std::size_t i = from; i < text.size(); ++i) {
+    const char c = text[i];
+    if (c == ' ' || c == '+' || c == '-') continue;
+    return isDigit(c);
+  }
+  reportFailure(messages::kDigitScanFailed);
+}
+
+}  // namespace lpconv

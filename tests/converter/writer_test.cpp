@@ -1,0 +1,139 @@
+// The output buffer, the sparse rows and the pairing order: table-driven, with the exact bytes.
+#include <gtest/gtest.h>
+
+#include <sys/resource.h>
+
+#include <csignal>
+#include <string>
+#include <vector>
+
+#include <lpconv/converter/inequality_pairing.h>
+#include <lpconv/converter/output_buffer.h>
+#include <lpconv/converter/sparse_row.h>
+#include "scratch_file.h"
+
+namespace lpconv {
+namespace {
+
+std::string repeated(const std::string& item, long count) {
+  std::string out;
+  for (long i = 0; i < count; ++i) out += item;
+  return out;
+}
+
+TEST(OutputBufferTest, RepeatedItemsAreWrittenExactly) {
+  // Each call: (item, count). Items that share a prefix or a block size must not share a block.
+  const std::vector<std::vector<std::pair<std::string, long>>> cases = {
+      {{"aab", 200}, {"aabaaba", 100}},
+      {{"0 ", 3}, {"0 ", 300000}, {"inf ", 2}, {"0 ", 1}},
+      {{"ab", 131072}, {"abab", 65536}, {"ab", 1}},
+      {{"x", 0}, {"", 5}, {"y", -3}, {"z", 1}},
+      {{std::string(300000, 'q'), 2}},  // an item longer than a whole block
+  };
+  for (const auto& calls : cases) {
+    std::string expected;
+    for (const auto& [item, count] : calls) expected += repeated(item, count) + "|";
+    const std::string got = testing::writtenBy([&](OutputBuffer& out) {
+      for (const auto& [item, count] : calls) {
+        out.putRepeated(item, count);
+        out.put("|");
+      }
+    });
+    EXPECT_EQ(got, expected) << calls.front().first.substr(0, 10);
+  }
+}
+
+TEST(OutputBufferTest, ValuesAndTextsKeepTheirOrderAcrossFlushes) {
+  const std::vector<Coefficient> values = {Coefficient(), Coefficient(-42L), Coefficient(QQ(-7L, 2L)),
+                                           Coefficient(QQ::minusInfinity()),
+                                           Coefficient(QQ(std::string(5000, '7')))};
+  std::string expected;
+  const std::string got = testing::writtenBy([&](OutputBuffer& out) {
+    for (int round = 0; round < 400; ++round) {  // several MB: many flushes and pieces
+      for (const Coefficient& v : values) {
+        out.put(v);
+        out.put(" ");
+        expected += toString(v) + " ";
+      }
+      out.putRepeated("0 ", 700);
+      expected += repeated("0 ", 700);
+    }
+  });
+  EXPECT_EQ(got, expected);
+  EXPECT_EQ(toString(values[2]), "-3:1/2");
+}
+
+TEST(OutputBufferTest, AFailedWriteIsSeen) {
+  std::signal(SIGXFSZ, SIG_IGN);
+  rlimit old{};
+  getrlimit(RLIMIT_FSIZE, &old);
+  const rlimit small{4096, old.rlim_max};
+  setrlimit(RLIMIT_FSIZE, &small);
+  bool failed = false;
+  const std::string got = testing::writtenBy([](OutputBuffer& out) { out.putRepeated("0 ", 10000); },
+                                             &failed);
+  setrlimit(RLIMIT_FSIZE, &old);
+  EXPECT_TRUE(failed);
+  EXPECT_EQ(got.size(), 4096u);
+}
+
+std::string textOf(const SparseRow& row) {
+  std::string out;
+  for (const RowEntry& e : row.entries()) out += std::to_string(e.index) + ":" + toString(e.value) + " ";
+  return out;
+}
+
+SparseRow rowOf(const std::vector<std::pair<long, QQ>>& assignments) {
+  SparseRow row;
+  for (const auto& [index, value] : assignments) row.assign(index, value);
+  row.finish();
+  return row;
+}
+
+TEST(SparseRowTest, FinishSubtractAndCompare) {
+  const QQ tiny(1L, 10000000000L);
+  struct Case {
+    std::vector<std::pair<long, QQ>> a, b;
+    std::string finished, difference;
+    bool nearlyEqual;
+  };
+  const std::vector<Case> cases = {
+      {{{3, QQ(1L)}, {1, QQ(2L)}, {3, QQ(5L)}}, {}, "1:2 3:5 ", "1:2 3:5 ", false},  // last wins
+      {{{2, QQ(0L)}, {1, QQ(4L)}}, {{1, QQ(4L)}}, "1:4 ", "", true},                // zeros dropped
+      {{{1, QQ(1L)}, {2, QQ(1L)}}, {{2, QQ(1L)}, {3, QQ(2L)}}, "1:1 2:1 ", "1:1 3:-2 ", false},
+      {{{1, QQ(1L) + tiny}}, {{1, QQ(1L)}}, "1:1:1/10000000000 ", "1:1/10000000000 ", true},
+      {{{1, QQ(1L, 1000000000L)}}, {}, "1:1/1000000000 ", "1:1/1000000000 ", true},
+      {{{1, QQ(11L, 10000000000L)}}, {}, "1:11/10000000000 ", "1:11/10000000000 ", false},
+      {{{1, QQ::infinity()}}, {{1, QQ::infinity()}}, "1:inf ", "", true},
+      {{{1, QQ(1L)}}, {{2, QQ::minusInfinity()}}, "1:1 ", "1:1 2:inf ", false},
+  };
+  for (const Case& c : cases) {
+    SparseRow a = rowOf(c.a);
+    const SparseRow b = rowOf(c.b);
+    EXPECT_EQ(textOf(a), c.finished);
+    EXPECT_EQ(equalWithinTolerance(a, b), c.nearlyEqual) << c.finished;
+    EXPECT_EQ(equalWithinTolerance(b, a), c.nearlyEqual) << c.finished;
+    EXPECT_TRUE(a == rowOf(c.a));
+    if (c.a.front().second.isInf && !c.b.empty() && c.b.front().first == 1) continue;
+    a.subtract(b);
+    EXPECT_EQ(textOf(a), c.difference) << c.finished;
+  }
+}
+
+TEST(PairingTest, SwapWithLastAndSharedRows) {
+  const auto single = [](long index) { return rowOf({{index, QQ(1L)}}); };
+  Constraints model;
+  // ">=": r1, r1. "<=": a, r1, b, c. The first r1 takes "<=" 2 and c moves into its place; the
+  // second r1 finds none.
+  model.greaterEqual = {{single(1), QQ(0L)}, {single(1), QQ(1L)}};
+  model.lessEqual = {{single(2), QQ(10L)}, {single(1), QQ(11L)}, {single(3), QQ(12L)},
+                     {single(4), QQ(13L)}};
+  std::string got;
+  for (const InequalityRow& row : pairInequalities(model)) {
+    got += textOf(*row.coefficients) + toString(*row.lower) + ".." + toString(*row.upper) + " ";
+  }
+  EXPECT_EQ(got, "1:1 0..11 1:1 1..inf 2:1 -inf..10 4:1 -inf..13 3:1 -inf..12 ");
+}
+
+}  // namespace
+}  // namespace lpconv

@@ -1,0 +1,81 @@
+// optinfo FILE.opt: a short summary of an .opt file, read with the library's own reader.
+// Status 0 on success, 1 on a malformed or unreadable file (the failure report on standard
+// error), 2 on a usage error.
+
+#include <exception>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include <lpconv/optfile/opt_file.h>
+#include <lpconv/util/failure.h>
+
+#include "summary.h"
+
+namespace {
+
+constexpr int kUsageStatus = 2;
+constexpr char kUsage[] = "Usage: optinfo FILE.opt\n";
+constexpr char kTryHelp[] = "Try 'optinfo --help' for more information.\n";
+constexpr char kHelp[] =
+    "Prints a short summary of an .opt file written by lpconv: the objective sense, the\n"
+    "numbers of variables, equations and inequalities, the non-zeros of each system, the kinds\n"
+    "of variable bounds, the largest denominator and the longest number.\n"
+    "\n"
+    "  --help     print this help and exit\n"
+    "  --version  print the version and exit\n"
+    "\n"
+    "Exit status: 0 on success, 1 for a malformed or unreadable file, 2 for a usage error.\n";
+constexpr char kVersion[] = "optinfo (lpconv) " LPCONV_VERSION "\n";
+
+int usageError(const std::string& problem) {
+  std::cerr << "optinfo: " << problem << "\n" << kUsage << kTryHelp;
+  return kUsageStatus;
+}
+
+std::string cannotOpen(const std::string& path) {
+  return "The file [ " + path + " ] could not be opened!";
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const std::vector<std::string> args(argv + 1, argv + argc);
+  for (const std::string& arg : args) {
+    if (arg == "--help") {
+      std::cout << kUsage << kHelp;
+      return 0;
+    }
+    if (arg == "--version") {
+      std::cout << kVersion;
+      return 0;
+    }
+  }
+  if (args.empty()) return usageError("missing file operand");
+  for (const std::string& arg : args) {
+    if (arg.size() > 1 && arg[0] == '-') return usageError("unrecognized option '" + arg + "'");
+  }
+  if (args.size() > 1) return usageError("extra operand '" + args[1] + "'");
+
+  const std::string& path = args[0];
+  std::vector<char> buffer(1 << 20);
+  std::ifstream in;
+  in.rdbuf()->pubsetbuf(buffer.data(), static_cast<std::streamsize>(buffer.size()));
+  in.open(path, std::ios::binary);
+  std::error_code error;
+  if (!in.is_open() || std::filesystem::is_directory(path, error)) {
+    lpconv::reportFailure(cannotOpen(path));
+  }
+  try {
+    lpconv::OptSummary summary;
+    const lpconv::OptFile file = lpconv::readOptFile(in, &summary);
+    summary.addFile(file);
+    summary.print(std::cout);
+  } catch (const std::exception& e) {
+    // The number parser throws for integer text it cannot read (".5"); a report beats an abort.
+    lpconv::reportFailure(e.what());
+  }
+  return 0;
+}

@@ -8,8 +8,8 @@ namespace lpconv {
 
 namespace {
 
-using internal::i128;
-using internal::u128;
+using detail::i128;
+using detail::u128;
 
 u128 magnitude(i128 v) { return v < 0 ? static_cast<u128>(-v) : static_cast<u128>(v); }
 
@@ -25,7 +25,7 @@ u128 gcd128(u128 a, u128 b) {
 // Whether a non-negative field is below the inline limit, and its value.
 bool inlinePart(const ZZ& z, std::int64_t& value) {
   std::uint64_t v = 0;
-  if (mpz_sgn(z.value) < 0 || !internal::smallPart(z, v)) return false;
+  if (mpz_sgn(z.value) < 0 || !detail::smallPart(z, v)) return false;
   value = static_cast<std::int64_t>(v);
   return true;
 }
@@ -44,9 +44,9 @@ Coefficient fromFraction(i128 numerator, i128 denominator) {
   }
   ZZ num;
   ZZ den;
-  internal::setWide(num.value, magnitude(numerator));
+  detail::setWide(num.value, magnitude(numerator));
   if (numerator < 0) mpz_neg(num.value, num.value);
-  internal::setWide(den.value, static_cast<u128>(denominator));
+  detail::setWide(den.value, static_cast<u128>(denominator));
   return Coefficient(QQ(std::move(num), std::move(den)));
 }
 

@@ -50,7 +50,7 @@ class Coefficient {
 
   // Both parts of the inline form stay below the wide arithmetic's small limit (2^62), so the
   // products of two of them fit in 128 bits with room for a sum.
-  static constexpr auto kInlineLimit = static_cast<std::int64_t>(internal::kSmallLimit);
+  static constexpr auto kInlineLimit = static_cast<std::int64_t>(detail::kSmallLimit);
 
  private:
   std::int64_t numerator_ = 0;

@@ -1,11 +1,10 @@
-#include <lpconv/numbers/qq.h>
-
 #include <gtest/gtest.h>
+#include <lpconv/numbers/messages.h>
+#include <lpconv/numbers/qq.h>
 
 #include <functional>
 #include <string>
 
-#include <lpconv/numbers/messages.h>
 #include "tests/numbers/test_support.h"
 
 namespace lpconv {
@@ -23,19 +22,27 @@ enum class Op { kAdd, kSub, kMul, kDiv };
 
 QQ& apply(Op op, QQ& r, const QQ& a, const QQ& b) {
   switch (op) {
-    case Op::kAdd: return add(r, a, b);
-    case Op::kSub: return sub(r, a, b);
-    case Op::kMul: return mul(r, a, b);
-    default: return div(r, a, b);
+    case Op::kAdd:
+      return add(r, a, b);
+    case Op::kSub:
+      return sub(r, a, b);
+    case Op::kMul:
+      return mul(r, a, b);
+    default:
+      return div(r, a, b);
   }
 }
 
 void oracle(Op op, mpq_t r, const mpq_t a, const mpq_t b) {
   switch (op) {
-    case Op::kAdd: return mpq_add(r, a, b);
-    case Op::kSub: return mpq_sub(r, a, b);
-    case Op::kMul: return mpq_mul(r, a, b);
-    default: return mpq_div(r, a, b);
+    case Op::kAdd:
+      return mpq_add(r, a, b);
+    case Op::kSub:
+      return mpq_sub(r, a, b);
+    case Op::kMul:
+      return mpq_mul(r, a, b);
+    default:
+      return mpq_div(r, a, b);
   }
 }
 
@@ -80,20 +87,36 @@ TEST(QQTest, AgreesWithGmpRationalsUnderAliasing) {
 TEST(QQTest, InfinityZeroAndSignRules) {
   const QQ doubled("--5");  // kept as read: isPositive false, ganze -5; counts as 5
   const std::tuple<QQ, Op, QQ, const char*> cases[] = {
-      {inf, Op::kAdd, q(5), "inf"}, {q(5), Op::kSub, inf, "-inf"}, {q(5), Op::kAdd, minf, "-inf"},
-      {inf, Op::kAdd, inf, "inf"}, {inf, Op::kSub, minf, "inf"}, {minf, Op::kSub, inf, "-inf"},
-      {q(-5), Op::kSub, minf, "inf"}, {minf, Op::kMul, q(-2), "inf"},
-      {q(1, 2), Op::kMul, minf, "-inf"}, {minf, Op::kMul, inf, "-inf"},
-      {q(-3), Op::kDiv, q(0), "-inf"}, {q(-7), Op::kDiv, minf, "0"},
-      {minf, Op::kDiv, q(-2), "inf"}, {inf, Op::kDiv, q(0), "inf"}, {q(-5), Op::kAdd, q(5), "0"},
-      {q(1, 3), Op::kSub, q(1, 2), "-1/6"}, {q(-5), Op::kMul, q(0), "0"},
-      {q(-1, 6), Op::kMul, q(-3), "1/2"}, {doubled, Op::kMul, q(10), "50"},
-      {q(10), Op::kDiv, doubled, "2"}, {doubled, Op::kAdd, q(1), "6"},
+      {inf, Op::kAdd, q(5), "inf"},
+      {q(5), Op::kSub, inf, "-inf"},
+      {q(5), Op::kAdd, minf, "-inf"},
+      {inf, Op::kAdd, inf, "inf"},
+      {inf, Op::kSub, minf, "inf"},
+      {minf, Op::kSub, inf, "-inf"},
+      {q(-5), Op::kSub, minf, "inf"},
+      {minf, Op::kMul, q(-2), "inf"},
+      {q(1, 2), Op::kMul, minf, "-inf"},
+      {minf, Op::kMul, inf, "-inf"},
+      {q(-3), Op::kDiv, q(0), "-inf"},
+      {q(-7), Op::kDiv, minf, "0"},
+      {minf, Op::kDiv, q(-2), "inf"},
+      {inf, Op::kDiv, q(0), "inf"},
+      {q(-5), Op::kAdd, q(5), "0"},
+      {q(1, 3), Op::kSub, q(1, 2), "-1/6"},
+      {q(-5), Op::kMul, q(0), "0"},
+      {q(-1, 6), Op::kMul, q(-3), "1/2"},
+      {doubled, Op::kMul, q(10), "50"},
+      {q(10), Op::kDiv, doubled, "2"},
+      {doubled, Op::kAdd, q(1), "6"},
       {q(1), Op::kSub, doubled, messages::kSignInField},
-      {inf, Op::kSub, inf, messages::kInfMinusInf}, {inf, Op::kAdd, minf, messages::kInfMinusInf},
-      {minf, Op::kAdd, inf, messages::kInfMinusInf}, {minf, Op::kSub, minf, messages::kInfMinusInf},
-      {minf, Op::kMul, q(0), messages::kInfTimesZero}, {q(0), Op::kMul, inf, messages::kZeroTimesInf},
-      {inf, Op::kDiv, minf, messages::kInfOverInf}, {q(0), Op::kDiv, q(0), messages::kZeroOverZero},
+      {inf, Op::kSub, inf, messages::kInfMinusInf},
+      {inf, Op::kAdd, minf, messages::kInfMinusInf},
+      {minf, Op::kAdd, inf, messages::kInfMinusInf},
+      {minf, Op::kSub, minf, messages::kInfMinusInf},
+      {minf, Op::kMul, q(0), messages::kInfTimesZero},
+      {q(0), Op::kMul, inf, messages::kZeroTimesInf},
+      {inf, Op::kDiv, minf, messages::kInfOverInf},
+      {q(0), Op::kDiv, q(0), messages::kZeroOverZero},
   };
   for (const auto& [a, op, b, expected] : cases) {
     QQ r;
@@ -118,10 +141,11 @@ TEST(QQDeathTest, AnUndefinedOperationIsTheFailureReport) {
 // With the throwing handler every reported failure unwinds, the result aliased to an operand,
 // and leaves all objects usable and destructible (AddressSanitizer and LeakSanitizer watch).
 TEST(QQTest, EveryReportedFailureUnwindsCleanly) {
-  using Step = std::function<void(QQ& a, QQ& b)>;
+  using Step = std::function<void(QQ & a, QQ & b)>;
   const std::pair<const char*, Step> cases[] = {
       {messages::kSignInField, [](QQ& a, QQ&) { negate(a.nenner), normalize(a); }},
-      {messages::kSameAddress, [](QQ& a, QQ& b) { commonDenominator(a.zaehler, a.zaehler, b.nenner, a, b); }},
+      {messages::kSameAddress,
+       [](QQ& a, QQ& b) { commonDenominator(a.zaehler, a.zaehler, b.nenner, a, b); }},
       {messages::kInfinityInCommonDenominator,
        [](QQ& a, QQ& b) { commonDenominator(a.zaehler, b.zaehler, a.nenner, a, b = inf); }},
       {messages::kInfMinusInf, [](QQ& a, QQ&) { a = inf, sub(a, a, a); }},
@@ -174,8 +198,10 @@ TEST(QQTest, NormalizeAndCommonDenominator) {
 
 TEST(QQTest, LimitDigitsAndShortenedProducts) {
   const std::tuple<const char*, long, bool, const char*> cases[] = {
-      {"1/3", 18, true, "1/3"}, {"1234567/98765432", 5, false, "1234/98765"},
-      {"7/123456789", 4, true, "7/123400000"}, {"3/500000", 3, true, "0"},
+      {"1/3", 18, true, "1/3"},
+      {"1234567/98765432", 5, false, "1234/98765"},
+      {"7/123456789", 4, true, "7/123400000"},
+      {"3/500000", 3, true, "0"},
       {"7/123456789", 4, false, "0"},
   };
   for (const auto& [text, digits, keepLeading, expected] : cases) {
@@ -189,8 +215,8 @@ TEST(QQTest, LimitDigitsAndShortenedProducts) {
   const QQ small = q(7, 3) * q(-5, 4);
   shortenProducts = false;
   // 1/(99999999999^2) keeps its leading digit over the denominator cut by four digits.
-  EXPECT_EQ(toString(shortened),
-            toString(QQ(1) + QQ(ZZ(2L), ZZ("99999999999")) + QQ(ZZ(1L), ZZ("9999999999800000000000"))));
+  EXPECT_EQ(toString(shortened), toString(QQ(1) + QQ(ZZ(2L), ZZ("99999999999")) +
+                                          QQ(ZZ(1L), ZZ("9999999999800000000000"))));
   EXPECT_EQ(toString(small), "-2:11/12");
 }
 

@@ -1,6 +1,5 @@
-#include <lpconv/numbers/zz.h>
-
 #include <gtest/gtest.h>
+#include <lpconv/numbers/zz.h>
 
 #include <sstream>
 #include <string>
@@ -14,11 +13,22 @@ using testing::outcome;
 
 TEST(ZZTest, TextWithBaseZeroRules) {
   const std::pair<const char*, const char*> cases[] = {
-      {"-42", "-42"}, {"010", "8"}, {"0X1f", "31"}, {"0B101", "5"}, {"-0x10", "-16"},
-      {"  17", "17"}, {"-0", "0"}, {"0x", "0"}, {"1 2", "12"},
+      {"-42", "-42"},
+      {"010", "8"},
+      {"0X1f", "31"},
+      {"0B101", "5"},
+      {"-0x10", "-16"},
+      {"  17", "17"},
+      {"-0", "0"},
+      {"0x", "0"},
+      {"1 2", "12"},
       {"123456789012345678901234567890", "123456789012345678901234567890"},
-      {"12a", "mpz_set_str"}, {"", "mpz_set_str"}, {"-", "mpz_set_str"}, {"+5", "mpz_set_str"},
-      {"08", "mpz_set_str"}, {"--1", "mpz_set_str"},
+      {"12a", "mpz_set_str"},
+      {"", "mpz_set_str"},
+      {"-", "mpz_set_str"},
+      {"+5", "mpz_set_str"},
+      {"08", "mpz_set_str"},
+      {"--1", "mpz_set_str"},
   };
   for (const auto& [text, expected] : cases) {
     EXPECT_EQ(outcome([&] { return toString(ZZ(text)); }), expected) << text;
@@ -86,7 +96,9 @@ TEST(ZZTest, RelationalOperatorsNarrowTheComparison) {
 TEST(ZZTest, DecimalDigits) {
   const std::tuple<const char*, long, long, const char*, const char*> cases[] = {
       // value, digits, significant digits, stripped of trailing zeros, last 2 digits dropped
-      {"0", 1, 1, "0", "0"}, {"-120", 3, 2, "-12", "1"}, {"10", 2, 1, "1", "0"},
+      {"0", 1, 1, "0", "0"},
+      {"-120", 3, 2, "-12", "1"},
+      {"10", 2, 1, "1", "0"},
       {"18446744073709551616", 20, 20, "18446744073709551616", "184467440737095516"},
       {"-100000000000000000000000000000000000000000", 42, 1, "-1",
        "1000000000000000000000000000000000000000"},

@@ -86,38 +86,24 @@ TEST(QQTest, AgreesWithGmpRationalsUnderAliasing) {
 // Results as written, or the failure message, for the rules of infinity, zero and sign.
 TEST(QQTest, InfinityZeroAndSignRules) {
   const QQ doubled("--5");  // kept as read: isPositive false, ganze -5; counts as 5
+  // clang-format off
   const std::tuple<QQ, Op, QQ, const char*> cases[] = {
-      {inf, Op::kAdd, q(5), "inf"},
-      {q(5), Op::kSub, inf, "-inf"},
-      {q(5), Op::kAdd, minf, "-inf"},
-      {inf, Op::kAdd, inf, "inf"},
-      {inf, Op::kSub, minf, "inf"},
-      {minf, Op::kSub, inf, "-inf"},
-      {q(-5), Op::kSub, minf, "inf"},
-      {minf, Op::kMul, q(-2), "inf"},
-      {q(1, 2), Op::kMul, minf, "-inf"},
-      {minf, Op::kMul, inf, "-inf"},
-      {q(-3), Op::kDiv, q(0), "-inf"},
-      {q(-7), Op::kDiv, minf, "0"},
-      {minf, Op::kDiv, q(-2), "inf"},
-      {inf, Op::kDiv, q(0), "inf"},
-      {q(-5), Op::kAdd, q(5), "0"},
-      {q(1, 3), Op::kSub, q(1, 2), "-1/6"},
-      {q(-5), Op::kMul, q(0), "0"},
-      {q(-1, 6), Op::kMul, q(-3), "1/2"},
-      {doubled, Op::kMul, q(10), "50"},
-      {q(10), Op::kDiv, doubled, "2"},
-      {doubled, Op::kAdd, q(1), "6"},
+      {inf, Op::kAdd, q(5), "inf"}, {q(5), Op::kSub, inf, "-inf"}, {q(5), Op::kAdd, minf, "-inf"},
+      {inf, Op::kAdd, inf, "inf"}, {inf, Op::kSub, minf, "inf"}, {minf, Op::kSub, inf, "-inf"},
+      {q(-5), Op::kSub, minf, "inf"}, {minf, Op::kMul, q(-2), "inf"},
+      {q(1, 2), Op::kMul, minf, "-inf"}, {minf, Op::kMul, inf, "-inf"},
+      {q(-3), Op::kDiv, q(0), "-inf"}, {q(-7), Op::kDiv, minf, "0"},
+      {minf, Op::kDiv, q(-2), "inf"}, {inf, Op::kDiv, q(0), "inf"}, {q(-5), Op::kAdd, q(5), "0"},
+      {q(1, 3), Op::kSub, q(1, 2), "-1/6"}, {q(-5), Op::kMul, q(0), "0"},
+      {q(-1, 6), Op::kMul, q(-3), "1/2"}, {doubled, Op::kMul, q(10), "50"},
+      {q(10), Op::kDiv, doubled, "2"}, {doubled, Op::kAdd, q(1), "6"},
       {q(1), Op::kSub, doubled, messages::kSignInField},
-      {inf, Op::kSub, inf, messages::kInfMinusInf},
-      {inf, Op::kAdd, minf, messages::kInfMinusInf},
-      {minf, Op::kAdd, inf, messages::kInfMinusInf},
-      {minf, Op::kSub, minf, messages::kInfMinusInf},
-      {minf, Op::kMul, q(0), messages::kInfTimesZero},
-      {q(0), Op::kMul, inf, messages::kZeroTimesInf},
-      {inf, Op::kDiv, minf, messages::kInfOverInf},
-      {q(0), Op::kDiv, q(0), messages::kZeroOverZero},
+      {inf, Op::kSub, inf, messages::kInfMinusInf}, {inf, Op::kAdd, minf, messages::kInfMinusInf},
+      {minf, Op::kAdd, inf, messages::kInfMinusInf}, {minf, Op::kSub, minf, messages::kInfMinusInf},
+      {minf, Op::kMul, q(0), messages::kInfTimesZero}, {q(0), Op::kMul, inf, messages::kZeroTimesInf},
+      {inf, Op::kDiv, minf, messages::kInfOverInf}, {q(0), Op::kDiv, q(0), messages::kZeroOverZero},
   };
+  // clang-format on
   for (const auto& [a, op, b, expected] : cases) {
     QQ r;
     EXPECT_EQ(outcome([&] { return toString(apply(op, r, a, b)); }), expected)
@@ -142,10 +128,10 @@ TEST(QQDeathTest, AnUndefinedOperationIsTheFailureReport) {
 // and leaves all objects usable and destructible (AddressSanitizer and LeakSanitizer watch).
 TEST(QQTest, EveryReportedFailureUnwindsCleanly) {
   using Step = std::function<void(QQ & a, QQ & b)>;
+  // clang-format off
   const std::pair<const char*, Step> cases[] = {
       {messages::kSignInField, [](QQ& a, QQ&) { negate(a.nenner), normalize(a); }},
-      {messages::kSameAddress,
-       [](QQ& a, QQ& b) { commonDenominator(a.zaehler, a.zaehler, b.nenner, a, b); }},
+      {messages::kSameAddress, [](QQ& a, QQ& b) { commonDenominator(a.zaehler, a.zaehler, b.nenner, a, b); }},
       {messages::kInfinityInCommonDenominator,
        [](QQ& a, QQ& b) { commonDenominator(a.zaehler, b.zaehler, a.nenner, a, b = inf); }},
       {messages::kInfMinusInf, [](QQ& a, QQ&) { a = inf, sub(a, a, a); }},
@@ -167,6 +153,7 @@ TEST(QQTest, EveryReportedFailureUnwindsCleanly) {
       {messages::kLog2NotPositive, [](QQ& a, QQ&) { a = log(-a); }},
       {messages::kLogMinusInf, [](QQ& a, QQ&) { a = log(a = minf); }},
   };
+  // clang-format on
   for (const auto& [message, step] : cases) {
     QQ a = q(7, 3);
     QQ b = q(-1, 6);
@@ -197,13 +184,13 @@ TEST(QQTest, NormalizeAndCommonDenominator) {
 }
 
 TEST(QQTest, LimitDigitsAndShortenedProducts) {
+  // clang-format off
   const std::tuple<const char*, long, bool, const char*> cases[] = {
-      {"1/3", 18, true, "1/3"},
-      {"1234567/98765432", 5, false, "1234/98765"},
-      {"7/123456789", 4, true, "7/123400000"},
-      {"3/500000", 3, true, "0"},
+      {"1/3", 18, true, "1/3"}, {"1234567/98765432", 5, false, "1234/98765"},
+      {"7/123456789", 4, true, "7/123400000"}, {"3/500000", 3, true, "0"},
       {"7/123456789", 4, false, "0"},
   };
+  // clang-format on
   for (const auto& [text, digits, keepLeading, expected] : cases) {
     QQ x(text);
     limitDigits(x, digits, keepLeading);

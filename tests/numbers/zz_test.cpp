@@ -12,24 +12,15 @@ namespace {
 using testing::outcome;
 
 TEST(ZZTest, TextWithBaseZeroRules) {
+  // clang-format off
   const std::pair<const char*, const char*> cases[] = {
-      {"-42", "-42"},
-      {"010", "8"},
-      {"0X1f", "31"},
-      {"0B101", "5"},
-      {"-0x10", "-16"},
-      {"  17", "17"},
-      {"-0", "0"},
-      {"0x", "0"},
-      {"1 2", "12"},
+      {"-42", "-42"}, {"010", "8"}, {"0X1f", "31"}, {"0B101", "5"}, {"-0x10", "-16"},
+      {"  17", "17"}, {"-0", "0"}, {"0x", "0"}, {"1 2", "12"},
       {"123456789012345678901234567890", "123456789012345678901234567890"},
-      {"12a", "mpz_set_str"},
-      {"", "mpz_set_str"},
-      {"-", "mpz_set_str"},
-      {"+5", "mpz_set_str"},
-      {"08", "mpz_set_str"},
-      {"--1", "mpz_set_str"},
+      {"12a", "mpz_set_str"}, {"", "mpz_set_str"}, {"-", "mpz_set_str"}, {"+5", "mpz_set_str"},
+      {"08", "mpz_set_str"}, {"--1", "mpz_set_str"},
   };
+  // clang-format on
   for (const auto& [text, expected] : cases) {
     EXPECT_EQ(outcome([&] { return toString(ZZ(text)); }), expected) << text;
   }
@@ -94,15 +85,15 @@ TEST(ZZTest, RelationalOperatorsNarrowTheComparison) {
 }
 
 TEST(ZZTest, DecimalDigits) {
+  // clang-format off
   const std::tuple<const char*, long, long, const char*, const char*> cases[] = {
       // value, digits, significant digits, stripped of trailing zeros, last 2 digits dropped
-      {"0", 1, 1, "0", "0"},
-      {"-120", 3, 2, "-12", "1"},
-      {"10", 2, 1, "1", "0"},
+      {"0", 1, 1, "0", "0"}, {"-120", 3, 2, "-12", "1"}, {"10", 2, 1, "1", "0"},
       {"18446744073709551616", 20, 20, "18446744073709551616", "184467440737095516"},
       {"-100000000000000000000000000000000000000000", 42, 1, "-1",
        "1000000000000000000000000000000000000000"},
   };
+  // clang-format on
   for (const auto& [text, digits, significant, stripped, dropped] : cases) {
     ZZ z(text);
     long trailing = -1;

@@ -41,21 +41,15 @@ QQ exactValue(dbl_t value) {
 // Listed values, extremes, ties at the 17th digit, and random doubles and long doubles of every
 // exponent: fromDbl gives exactly the literal route's value, fields included, or its throw.
 TEST(QQDblTest, FromDblAgreesWithTheStreamText) {
+  // clang-format off
   const std::pair<dbl_t, const char*> listed[] = {
-      {0.1, "10000000000000001/100000000000000000"},
-      {0.1L, "1/10"},
-      {-1e-5L, "-1/100000"},
-      {123456789012345678.0L, "123456789012345680"},
-      {1000000000000000.25, "1000000000000000:1/5"},
-      {-0.0L, "0"},
-      {kInf, "inf"},
-      {-kInf, "-inf"},
-      {std::numeric_limits<dbl_t>::quiet_NaN(), "mpz_set_str"},
-      {DBL_TRUE_MIN, nullptr},
-      {LDBL_MAX, nullptr},
-      {LDBL_TRUE_MIN, nullptr},
-      {-9223372036854775808.0L, nullptr},
+      {0.1, "10000000000000001/100000000000000000"}, {0.1L, "1/10"}, {-1e-5L, "-1/100000"},
+      {123456789012345678.0L, "123456789012345680"}, {1000000000000000.25, "1000000000000000:1/5"},
+      {-0.0L, "0"}, {kInf, "inf"}, {-kInf, "-inf"},
+      {std::numeric_limits<dbl_t>::quiet_NaN(), "mpz_set_str"}, {DBL_TRUE_MIN, nullptr},
+      {LDBL_MAX, nullptr}, {LDBL_TRUE_MIN, nullptr}, {-9223372036854775808.0L, nullptr}
   };
+  // clang-format on
   for (const auto& [value, expected] : listed) {
     const std::string got = outcome([&] { return toString(fromDbl(value)); });
     if (expected != nullptr) {
@@ -121,6 +115,7 @@ TEST(QQDblTest, ExactConversionChecksTheDigitBudget) {
       return e.what();
     }
   };
+  // clang-format off
   const std::tuple<const char*, bool, const char*> cases[] = {
       {"123456789012345678", false, "1.2345678901234568e+17"},
       {"-0.12345678901234567", false, "-0.12345678901234567"},
@@ -128,8 +123,9 @@ TEST(QQDblTest, ExactConversionChecksTheDigitBudget) {
        "PreCommaPrecision exception: The QQ integer-part is not exactly representable as dbl_t"},
       {"-1/7", false, "PostCommaPrecision exception: QQ is not representable as dbl_t"},
       {"1/3", true, "0.33333333333333333"},
-      {"123456789012345678.5", true, "1.2345678901234568e+17"},
+      {"123456789012345678.5", true, "1.2345678901234568e+17"}
   };
+  // clang-format on
   for (const auto& [text, allowCut, expected] : cases)
     EXPECT_EQ(convert(text, allowCut), expected) << text;
   EXPECT_NE(toDbl(QQ(1, 3), true, true), toDbl(QQ(1, 3)));

@@ -13,15 +13,12 @@ namespace {
 using testing::outcome;
 
 TEST(QQTextTest, WrittenForms) {
-  QQ unnormalised;  // written field by field
-  unnormalised.isPositive = false;
-  unnormalised.ganze = ZZ(2L);
+  QQ unnormalised(-5, 3);  // written field by field
   unnormalised.zaehler = ZZ(4L);
-  unnormalised.nenner = ZZ(6L);
   // clang-format off
   const std::pair<QQ, const char*> cases[] = {
       {QQ(7, 2), "3:1/2"}, {QQ(-7, 2), "-3:1/2"}, {QQ(-1, 3), "-1/3"}, {QQ(-5), "-5"},
-      {QQ(), "0"}, {QQ(true), "inf"}, {QQ(false), "-inf"}, {unnormalised, "-2:4/6"},
+      {QQ(), "0"}, {QQ(true), "inf"}, {QQ(false), "-inf"}, {unnormalised, "-1:4/3"},
       {QQ(ZZ("-340282366920938463463374607431768211457"), ZZ("18446744073709551616")),
        "-18446744073709551616:1/18446744073709551616"},
   };

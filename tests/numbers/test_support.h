@@ -53,14 +53,6 @@ inline ::testing::AssertionResult isCanonical(const QQ& x) {
          << x.nenner << (x.isInf ? " inf" : "");
 }
 
-// Whether x holds exactly the rational r.
-inline ::testing::AssertionResult equalsRational(const QQ& x, const mpq_t r) {
-  Rational value;
-  toRational(x, value.value);
-  if (!x.isInf && mpq_equal(value.value, r) != 0) return ::testing::AssertionSuccess();
-  return ::testing::AssertionFailure() << "got " << toString(x);
-}
-
 // What f returns, or the message of the failure it reports (through throwFailure), or the
 // what() of the std::invalid_argument it throws.
 template <typename F>

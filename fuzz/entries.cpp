@@ -1,12 +1,5 @@
 #include "entries.h"
 
-#include <cstdio>
-#include <cstdlib>
-#include <cstring>
-#include <sstream>
-#include <stdexcept>
-#include <string>
-
 #include <lpconv/containers/matrix.h>
 #include <lpconv/containers/serializable_array.h>
 #include <lpconv/containers/vector.h>
@@ -14,6 +7,13 @@
 #include <lpconv/numbers/zz.h>
 #include <lpconv/util/exceptions.h>
 #include <lpconv/util/failure.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <sstream>
+#include <stdexcept>
+#include <string>
 
 namespace lpconv::fuzz {
 
@@ -134,13 +134,17 @@ int zzText(const std::uint8_t* data, std::size_t size) {
   return 0;
 }
 
-int vectorQQ(const std::uint8_t* data, std::size_t size) { return streamRead<Vector<QQ>>(data, size); }
+int vectorQQ(const std::uint8_t* data, std::size_t size) {
+  return streamRead<Vector<QQ>>(data, size);
+}
 
 int vectorLong(const std::uint8_t* data, std::size_t size) {
   return streamRead<Vector<long>>(data, size);
 }
 
-int matrixQQ(const std::uint8_t* data, std::size_t size) { return streamRead<Matrix<QQ>>(data, size); }
+int matrixQQ(const std::uint8_t* data, std::size_t size) {
+  return streamRead<Matrix<QQ>>(data, size);
+}
 
 int serializableArrayLong(const std::uint8_t* data, std::size_t size) {
   return serializableArray<long>(data, size);

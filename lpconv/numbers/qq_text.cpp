@@ -1,5 +1,10 @@
 // The text form of QQ: the writer, the string parser and the stream reader.
 
+#include <lpconv/numbers/messages.h>
+#include <lpconv/numbers/qq.h>
+#include <lpconv/util/failure.h>
+#include <lpconv/util/stream_helpers.h>
+
 #include <cctype>
 #include <istream>
 #include <ostream>
@@ -7,11 +12,6 @@
 #include <string_view>
 #include <utility>
 #include <vector>
-
-#include <lpconv/numbers/messages.h>
-#include <lpconv/numbers/qq.h>
-#include <lpconv/util/failure.h>
-#include <lpconv/util/stream_helpers.h>
 
 namespace lpconv {
 

@@ -4,14 +4,14 @@
 // and a stream reader that looks at every character through peek and get. Only texts whose
 // exponents stay small may be given to it.
 
-#include <cctype>
-#include <istream>
-#include <string>
-
 #include <lpconv/numbers/messages.h>
 #include <lpconv/numbers/qq.h>
 #include <lpconv/util/failure.h>
 #include <lpconv/util/stream_helpers.h>
+
+#include <cctype>
+#include <istream>
+#include <string>
 
 namespace lpconv::oracle {
 

@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
+#include <lpconv/numbers/qq.h>
 
 #include <sstream>
 #include <string>
 
-#include <lpconv/numbers/qq.h>
 #include "tests/numbers/qq_text_oracle.h"
 #include "tests/numbers/test_support.h"
 
@@ -13,17 +13,16 @@ namespace {
 using testing::outcome;
 
 TEST(QQTextTest, WrittenForms) {
-  QQ unnormalised;  // written field by field
-  unnormalised.isPositive = false;
-  unnormalised.ganze = ZZ(2L);
+  QQ unnormalised(-5, 3);  // written field by field
   unnormalised.zaehler = ZZ(4L);
-  unnormalised.nenner = ZZ(6L);
+  // clang-format off
   const std::pair<QQ, const char*> cases[] = {
       {QQ(7, 2), "3:1/2"}, {QQ(-7, 2), "-3:1/2"}, {QQ(-1, 3), "-1/3"}, {QQ(-5), "-5"},
-      {QQ(), "0"}, {QQ(true), "inf"}, {QQ(false), "-inf"}, {unnormalised, "-2:4/6"},
+      {QQ(), "0"}, {QQ(true), "inf"}, {QQ(false), "-inf"}, {unnormalised, "-1:4/3"},
       {QQ(ZZ("-340282366920938463463374607431768211457"), ZZ("18446744073709551616")),
        "-18446744073709551616:1/18446744073709551616"},
   };
+  // clang-format on
   for (const auto& [value, text] : cases) {
     std::ostringstream out;
     out << value << "|";
@@ -33,6 +32,7 @@ TEST(QQTextTest, WrittenForms) {
 
 // Every outcome of the text constructor: the written value, the failure message or the throw.
 TEST(QQTextTest, ParseOutcomes) {
+  // clang-format off
   const std::pair<const char*, const char*> cases[] = {
       {"-0", "0"}, {"+17", "17"}, {"010", "8"}, {"0x10", "16"}, {"-0b11", "-3"},
       {" \t\n12", "12"}, {"--5", "--5"}, {"6/-4", "-1:1/2"}, {"-6/-4", "1:1/2"}, {"-0/5", "0"},
@@ -58,18 +58,39 @@ TEST(QQTextTest, ParseOutcomes) {
       {".5", "mpz_set_str"}, {"12a", "mpz_set_str"}, {"1/2/3", "mpz_set_str"},
       {"nan", "mpz_set_str"}, {"0x1g/2", "mpz_set_str"},
   };
+  // clang-format on
   for (const auto& [text, expected] : cases) {
     if (expected == nullptr) continue;  // too long to spell; checked below
     EXPECT_EQ(outcome([&] { return toString(QQ(text)); }), expected) << text;
     EXPECT_EQ(outcome([&] { return toString(QQ(std::string(text))); }), expected) << text;
   }
-  EXPECT_EQ(toString(QQ(std::string("12\0" "34", 5))), "12");
+  EXPECT_EQ(toString(QQ(std::string("12\0"
+                                    "34",
+                                    5))),
+            "12");
   EXPECT_EQ(toString(QQ("1e1000000")), "1" + std::string(1000000, '0'));
   EXPECT_EQ(toString(QQ("-1e-1000000")), "-1/1" + std::string(1000000, '0'));
 }
 
+TEST(QQTextTest, EveryWrittenValueReadsBackToItself) {
+  testing::RandomNumbers random(201);
+  for (int i = 0; i < 4000; ++i) {
+    const QQ x = random.any();
+    const std::string text = toString(x);
+    const QQ back(text);
+    ASSERT_TRUE(back.isInf == x.isInf && back.isPositive == x.isPositive && back.ganze == x.ganze &&
+                back.zaehler == x.zaehler && back.nenner == x.nenner)
+        << text;
+    std::istringstream in(" " + text + " ");
+    QQ streamed;
+    in >> streamed;
+    ASSERT_EQ(toString(streamed), text);
+  }
+}
+
 TEST(QQTextDeathTest, AParseFailureIsTheFailureReport) {
-  EXPECT_EXIT(QQ("1/0"), ::testing::ExitedWithCode(1), "^\n\\*\\*\\* FAIL: QQ: division by zero1\n$");
+  EXPECT_EXIT(QQ("1/0"), ::testing::ExitedWithCode(1),
+              "^\n\\*\\*\\* FAIL: QQ: division by zero1\n$");
 }
 
 // Separators chain: each level reads the text after it by the same rules, to any depth.

@@ -1,105 +1,63 @@
+#include <gtest/gtest.h>
 #include <lpconv/util/failure.h>
 
-#include <gtest/gtest.h>
-
-#include <cstdio>
 #include <cstdlib>
 #include <iostream>
+#include <sstream>
 #include <string>
 
 namespace lpconv {
 namespace {
 
-// Death tests match standard error with a regular expression; anchoring both ends and escaping
-// the stars pins the exact bytes of the report.
-TEST(ReportFailureDeathTest, WritesTheExactFrameAndExitsWithOne) {
+// Anchored at both ends, with the stars escaped: the exact bytes of the report.
+TEST(FailureDeathTest, TheFrameOnStandardErrorAndStatusOne) {
   EXPECT_EXIT(reportFailure("scan for digit failed!"), ::testing::ExitedWithCode(1),
               "^\n\\*\\*\\* FAIL: scan for digit failed!\n$");
-}
-
-TEST(ReportFailureDeathTest, StringMessageIsWrittenAsItIs) {
-  const std::string name = "a [b].lp";
-  EXPECT_EXIT(reportFailure("The input file [ " + name + " ] could not be opened!"),
-              ::testing::ExitedWithCode(1),
-              "^\n\\*\\*\\* FAIL: The input file \\[ a \\[b\\]\\.lp \\] could not be opened!\n$");
-}
-
-TEST(ReportFailureDeathTest, EmptyMessageStillHasTheFrame) {
-  EXPECT_EXIT(reportFailure(""), ::testing::ExitedWithCode(1), "^\n\\*\\*\\* FAIL: \n$");
-}
-
-TEST(ReportFailureDeathTest, NullLiteralSetsBadBitAndLosesTheRest) {
+  EXPECT_EXIT(reportFailure(std::string()), ::testing::ExitedWithCode(1), "^\n\\*\\*\\* FAIL: \n$");
+  // A null literal sets the bad bit of std::cerr: the message and the line end are lost.
   EXPECT_EXIT(reportFailure(static_cast<const char*>(nullptr)), ::testing::ExitedWithCode(1),
               "^\n\\*\\*\\* FAIL: $");
-}
-
-TEST(ReportFailureDeathTest, PendingStandardOutputIsFlushedFirst) {
-  // Standard output is a pipe or file here, so it is buffered; the tie to std::cerr flushes it
-  // before the report. Redirect it to standard error to see the order in one stream.
+  EXPECT_EXIT(terminateWithFailure(), ::testing::ExitedWithCode(1), "^$");
+  // Pending standard output is flushed first (the tie); seen here in one stream.
   EXPECT_EXIT(
       {
         std::cout.rdbuf(std::cerr.rdbuf());
-        std::cout << "|-> InEquations: 1";
-        reportFailure("The amount of <= and >= equations differ!");
+        std::cout << "|-> x";
+        reportFailure("m");
       },
-      ::testing::ExitedWithCode(1),
-      "^\\|-> InEquations: 1\n\\*\\*\\* FAIL: The amount of <= and >= equations differ!\n$");
+      ::testing::ExitedWithCode(1), "^\\|-> x\n\\*\\*\\* FAIL: m\n$");
 }
 
-namespace {
 [[noreturn]] void exitWithSeven(const std::string&) { std::_Exit(7); }
 void returnAnyway(const std::string&) {}
-}  // namespace
 
-TEST(FailureHandlerTest, ThrowFailureCarriesTheMessageAndTheDefaultComesBack) {
+TEST(FailureDeathTest, InstalledHandlers) {
   EXPECT_EQ(setFailureHandler(throwFailure), nullptr);
-  try {
-    reportFailure("Vector: bad input");
-    ADD_FAILURE() << "reportFailure returned";
-  } catch (const FailureException& e) {
-    EXPECT_STREQ(e.what(), "Vector: bad input");
-  }
-  try {
-    reportFailure(static_cast<const char*>(nullptr));
-  } catch (const GeneralException& e) {
-    EXPECT_STREQ(e.what(), "");
+  for (const char* message : {"Vector: bad input", static_cast<const char*>(nullptr)}) {
+    try {
+      reportFailure(message);
+    } catch (const GeneralException& e) {
+      EXPECT_STREQ(e.what(), message == nullptr ? "" : message);
+    }
   }
   EXPECT_EQ(setFailureHandler(nullptr), &throwFailure);
-  EXPECT_EXIT(reportFailure("x"), ::testing::ExitedWithCode(1), "^\n\\*\\*\\* FAIL: x\n$");
+  EXPECT_EXIT((setFailureHandler(exitWithSeven), reportFailure("m")), ::testing::ExitedWithCode(7),
+              "^$");
+  // A handler that returns is followed by the default frame.
+  EXPECT_EXIT((setFailureHandler(returnAnyway), reportFailure("m")), ::testing::ExitedWithCode(1),
+              "^\n\\*\\*\\* FAIL: m\n$");
 }
 
-TEST(FailureHandlerDeathTest, AHandlerDecidesAndOneThatReturnsGetsTheDefaultFrame) {
-  EXPECT_EXIT(
-      {
-        setFailureHandler(exitWithSeven);
-        reportFailure("m");
-      },
-      ::testing::ExitedWithCode(7), "^$");
-  EXPECT_EXIT(
-      {
-        setFailureHandler(returnAnyway);
-        reportFailure("m");
-      },
-      ::testing::ExitedWithCode(1), "^\n\\*\\*\\* FAIL: m\n$");
-}
-
-TEST(TerminateWithFailureDeathTest, ExitsWithStatusOneAndNoOutput) {
-  EXPECT_EXIT(terminateWithFailure(), ::testing::ExitedWithCode(1), "^$");
-}
-
-TEST(ReportMessageTest, WritesTheMessageAndALineFeedAndReturns) {
+TEST(FailureTest, MessagesAndLines) {
   ::testing::internal::CaptureStderr();
   lastOutputTime = 0;
   reportMessage("status");
   EXPECT_EQ(::testing::internal::GetCapturedStderr(), "status\n");
   EXPECT_NE(lastOutputTime, 0);
-}
-
-TEST(FlushLineTest, WritesOneNewline) {
   std::ostringstream out;
-  out << "x";
-  flushLine(out);
+  flushLine(out << "x");
   EXPECT_EQ(out.str(), "x\n");
+  EXPECT_STREQ(ReadException("").what(), "Read exception");
 }
 
 }  // namespace

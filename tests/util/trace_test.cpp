@@ -1,113 +1,64 @@
+#include <gtest/gtest.h>
+#include <lpconv/util/failure.h>
 #include <lpconv/util/trace.h>
 
-#include <gtest/gtest.h>
-
 #include <string>
-#include <vector>
 
 namespace lpconv {
 namespace {
 
-// The trace state is process-wide; every test starts from a clean state.
-class TraceTest : public ::testing::Test {
- protected:
-  void SetUp() override { resetLevels(); }
-  void TearDown() override { resetLevels(); }
-};
-
-TEST_F(TraceTest, StatusLinePatternGivesArrowAndLineFeed) {
+// Each step: 'e' enterLevel(false), 'n' enterLevel(true), 'l' endLine, 'L' leaveLevel(false),
+// 'q' leaveLevel(true), 'r' resetLevels; the returned pieces are joined with "," and the depth
+// follows.
+std::string run(const std::string& steps) {
+  resetLevels();
   std::string out;
-  for (const char* label : {"InEquations: 4", "Equations: 2", "Variables: 3"}) {
-    // Sequenced like the converter's stream insertions: prefix first, line end last.
-    out += enterLevel(false);
-    out += std::string(" ") + label;
-    out += leaveLevel(false);
-    EXPECT_EQ(traceDepth(), 0);
+  for (const char s : steps) {
+    out += s == 'e'   ? enterLevel(false)
+           : s == 'n' ? enterLevel(true)
+           : s == 'l' ? endLine()
+           : s == 'L' ? leaveLevel(false)
+           : s == 'q' ? leaveLevel(true)
+                      : resetLevels();
+    out += ",";
   }
-  EXPECT_EQ(out, "|-> InEquations: 4\n|-> Equations: 2\n|-> Variables: 3\n");
+  return out + std::to_string(traceDepth());
 }
 
-TEST_F(TraceTest, PrefixesByDepthWithAndWithoutArrow) {
-  EXPECT_EQ(enterLevel(false), "|->");
-  EXPECT_EQ(endLine(), "\n");
-  EXPECT_EQ(enterLevel(true), "|    |");
-  EXPECT_EQ(endLine(), "\n");
-  EXPECT_EQ(enterLevel(true), "|    |    |");
-  EXPECT_EQ(traceDepth(), 3);
-}
-
-TEST_F(TraceTest, OpenLineAtCurrentLevelIsClosedByTheDeeperPrefix) {
-  EXPECT_EQ(enterLevel(false), "|->");
-  EXPECT_EQ(enterLevel(false), "\n|    |->");
-  // The pending line of depth 1 was closed by the second prefix; depth 2 is open now.
-  EXPECT_EQ(leaveLevel(false), "\n");
-  EXPECT_EQ(leaveLevel(false), "");
-}
-
-TEST_F(TraceTest, LeaveLevelResultsTable) {
-  struct Case {
-    bool endLineFirst;
-    bool quiet;
-    std::string expected;
+TEST(TraceTest, PiecesAndDepth) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"eLeLeL", "|->,\n,|->,\n,|->,\n,0"},             // three status lines
+      {"elnlnl", "|->,\n,|    |,\n,|    |    |,\n,3"},  // prefixes by depth
+      {"eeLL", "|->,\n|    |->,\n,,0"},                 // a deeper line closes the open one
+      {"eq", "|->,\n,0"},
+      {"elL", "|->,\n,,0"},
+      {"elq", "|->,\n,,0"},
+      {"eleLq", "|->,\n,|    |->,\n,,0"},  // quiet after endLine, whatever is pending
+      {"Llqq", ",\n,,,0"},               // below the outermost level: a no-op
+      {"eer", "|->,\n|    |->,\n,0"},
   };
-  const std::vector<Case> cases = {
-      {false, false, "\n"},  // line still pending
-      {false, true, "\n"},   // quiet, but endLine never called here
-      {true, false, ""},     // line ended: nothing to close
-      {true, true, ""},
-  };
-  for (const Case& c : cases) {
-    resetLevels();
-    EXPECT_EQ(enterLevel(false), "|->");
-    if (c.endLineFirst) endLine();
-    EXPECT_EQ(leaveLevel(c.quiet), c.expected) << c.endLineFirst << c.quiet;
-    EXPECT_EQ(traceDepth(), 0);
-  }
-}
-
-TEST_F(TraceTest, QuietLeaveIsSilentAfterEndLineEvenWithANewPendingLine) {
-  enterLevel(false);
-  endLine();
-  enterLevel(false);  // depth 2 pending, depth 1 ended
-  EXPECT_EQ(leaveLevel(false), "\n");
-  // Back at depth 1: its line was ended, so quiet gives "" and non-quiet looks at pending only.
-  EXPECT_EQ(leaveLevel(true), "");
-}
-
-TEST_F(TraceTest, LeavingBelowTheOutermostLevelIsANoOp) {
-  EXPECT_EQ(leaveLevel(false), "");
-  EXPECT_EQ(traceDepth(), 0);
-  endLine();
-  EXPECT_EQ(leaveLevel(true), "");
-  EXPECT_EQ(traceDepth(), 0);
-  // lineEnded[0] is left as it is at depth 0, so quiet stays silent until a reset.
-  EXPECT_EQ(leaveLevel(true), "");
-}
-
-TEST_F(TraceTest, ResetReturnsLineFeedAndClearsEverything) {
-  enterLevel(false);
-  enterLevel(false);
-  EXPECT_EQ(resetLevels(), "\n");
-  EXPECT_EQ(traceDepth(), 0);
-  EXPECT_EQ(enterLevel(false), "|->");
-}
-
-TEST_F(TraceTest, HundredTwentySevenLevelsAreAllowed) {
+  for (const auto& [steps, expected] : cases) EXPECT_EQ(run(steps), expected) << steps;
+  resetLevels();
   std::string last;
   for (int i = 0; i < 127; ++i) last = enterLevel(true);
-  EXPECT_EQ(traceDepth(), 127);
-  std::string expected = "\n|";
-  for (int i = 0; i < 126; ++i) expected += "    |";
-  EXPECT_EQ(last, expected);
+  EXPECT_EQ(last.size(), 2 + 126 * 5u);
+  setFailureHandler(throwFailure);
+  try {
+    enterLevel(false);
+    ADD_FAILURE() << "entered level 128";
+  } catch (const FailureException& e) {
+    EXPECT_STREQ(e.what(), "Maximum thread depth reached");
+  }
+  setFailureHandler(nullptr);
+  EXPECT_EQ(run("e"), "|->,1");  // the trace is usable after the failure unwound
 }
 
 TEST(TraceDeathTest, TheHundredTwentyEighthLevelIsFatal) {
-  EXPECT_EXIT(
-      {
-        resetLevels();
-        for (int i = 0; i < 128; ++i) enterLevel(false);
-      },
-      ::testing::ExitedWithCode(1), "^\n\\*\\*\\* FAIL: Maximum thread depth reached\n$");
+  EXPECT_EXIT((resetLevels(),
+               [] {
+                 for (int i = 0; i < 128; ++i) enterLevel(false);
+               }()),
+              ::testing::ExitedWithCode(1), "^\n\\*\\*\\* FAIL: Maximum thread depth reached\n$");
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
 #pragma once
 // One-based growable arrays with owned storage and checked access.
 //
-// Storage has capacity + 1 slots; element i lives in slot i and slot 0 exists but holds no
+// Storage has at least capacity + 1 slots; element i lives in slot i and slot 0 exists but holds no
 // element (it is carried along on growth all the same). Growth leaves every slot as copying it
 // would, but moves it (rows keep a copy's capacity, see takeAsCopy). Misuse ends the process
 // through reportFailure.
@@ -120,16 +120,25 @@ class Array {
   // The storage (slot 0 first), or null when nothing was ever allocated.
   const T* data() const { return elements; }
 
+  // Takes other's storage and fields as they are; other is left empty without storage. *this
+  // must have no storage.
+  void takeStorage(Array& other) noexcept {
+    elements = std::exchange(other.elements, nullptr);
+    dimension = std::exchange(other.dimension, 0);
+    capacity = std::exchange(other.capacity, 0);
+  }
+
+  // Makes the capacity the dimension, as copying the array would: the spare slots stay allocated
+  // but can no longer be reached, since every resize beyond the capacity allocates afresh.
+  void dropSpareCapacity() noexcept { capacity = dimension; }
+
   // Takes other's storage, leaving *this exactly as a copy assignment from other into an array
   // without storage would (the same slots 0..dimension, capacity equal to other's dimension),
   // without copying a single element. other is left empty without storage. *this must have no
-  // storage. The spare slots beyond the new capacity stay allocated but can no longer be reached:
-  // every resize beyond the capacity allocates afresh.
+  // storage.
   void takeAsCopy(Array& other) noexcept {
-    elements = std::exchange(other.elements, nullptr);
-    dimension = std::exchange(other.dimension, 0);
-    capacity = dimension;
-    other.capacity = 0;
+    takeStorage(other);
+    dropSpareCapacity();
   }
 
  protected:

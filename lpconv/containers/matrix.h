@@ -2,6 +2,7 @@
 // One-based matrices: an array of Vector rows with a common column count, written one row per
 // line between "[" and "]" lines.
 
+#include <algorithm>
 #include <istream>
 #include <ostream>
 #include <string>
@@ -58,8 +59,9 @@ class Matrix : public ConversionArray<Vector<T>>, public Serializable {
     const std::string& whitespace = detail::containerWhitespace();
     char c = 0;
     if (opening == detail::Opening::elements) {
+      RowGrowth growth(*this);
       for (long r = 1;; ++r) {
-        addRow(r);
+        growth.addRow(r);
         // A row reader facing anything but "[" reads an empty row and consumes nothing, so
         // without this check the loop would never end.
         skipDelimitersAndComments(is, whitespace, &c);
@@ -72,6 +74,7 @@ class Matrix : public ConversionArray<Vector<T>>, public Serializable {
           if (columns != 0) reportFailure(messages::kMatrixRowDimensionMismatch);
           columns = d;
           resize(r, d, true);
+          growth.allRowsChanged();
         }
         skipDelimitersAndComments(is, whitespace, &c);
         if (peekChar(is, c) && c == ']') {
@@ -79,6 +82,7 @@ class Matrix : public ConversionArray<Vector<T>>, public Serializable {
           break;
         }
       }
+      growth.finish();
     }
     if (columns == 0) resize(0, 0, true);
   }
@@ -133,19 +137,56 @@ class Matrix : public ConversionArray<Vector<T>>, public Serializable {
   long getColumns() const { return columns; }
 
  private:
-  // resize(r, columns, true) for the reader's next row r, given that rows 0..r - 2 already have
-  // the column count: only the row just read (which may be shorter) and the new row can change,
-  // so the other rows are not visited again.
-  void addRow(long r) {
-    if (r > this->dimension) {
-      const long old = this->dimension;
-      ConversionArray<Vector<T>>::resize(r, true);
-      for (long k = old + 1; k <= r; ++k) this->elements[k].resize(columns, true);
+  // The reader's resize(r, columns, true) before each row r, in linear time overall. The literal
+  // growth of the row array (100 spare slots) copies every row whenever a row exceeds the
+  // capacity, which leaves each row's capacity at its dimension; here the row storage grows
+  // geometrically by moving rows, the capacity field follows the literal growth, and only the
+  // rows that changed since the literal copy before get their capacity set as a copy would. Of
+  // the rows, only the one just read (which may be short) and the new one can need a resize.
+  // Until finish() the storage may hold more slots than capacity + 1 (harmless: every decision
+  // looks at the capacity).
+  class RowGrowth {
+   public:
+    explicit RowGrowth(Matrix& m)
+        : m(m), slots(m.elements == nullptr ? 0 : m.capacity + 1) {}
+
+    void addRow(long r) {
+      if (r > m.capacity) {
+        const long needed = r + Matrix::kReserve + 1;
+        if (needed > slots) moveRows(std::max(2 * slots, needed));
+        for (long k = changedFrom; k < r; ++k) m.elements[k].dropSpareCapacity();
+        changedFrom = r - 1;
+        m.capacity = r + Matrix::kReserve;
+      }
+      for (long k = m.dimension + 1; k <= r; ++k) m.elements[k].resize(m.columns, true);
+      m.dimension = r;
+      m.elements[r - 1].resize(m.columns, true);
+      m.elements[r].resize(m.columns, true);
     }
-    this->dimension = r;
-    this->elements[r - 1].resize(columns, true);
-    this->elements[r].resize(columns, true);
-  }
+
+    // After a resize that touched every row.
+    void allRowsChanged() { changedFrom = 0; }
+
+    // Gives the storage exactly capacity + 1 slots again.
+    void finish() {
+      if (m.elements != nullptr && slots != m.capacity + 1) moveRows(m.capacity + 1);
+    }
+
+   private:
+    void moveRows(long count) {
+      Vector<T>* fresh = detail::newSlots<Vector<T>>(count);
+      if (m.elements != nullptr) {
+        for (long k = 0; k <= m.dimension; ++k) fresh[k].takeStorage(m.elements[k]);
+      }
+      delete[] m.elements;
+      m.elements = fresh;
+      slots = count;
+    }
+
+    Matrix& m;
+    long slots;
+    long changedFrom = 0;
+  };
 
   long columns = 0;
 };

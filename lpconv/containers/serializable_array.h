@@ -8,6 +8,7 @@
 #include <sstream>
 #include <string>
 #include <type_traits>
+#include <utility>
 
 #include <lpconv/containers/array.h>
 #include <lpconv/containers/messages.h>
@@ -38,13 +39,17 @@ class SerializableArray : public ConversionArray<T>, public Serializable {
   SerializableArray& operator=(const SerializableArray&) = default;
   ~SerializableArray() override = default;
 
-  // Array::takeAsCopy, and the settings as a copy assignment gives them (other gets the old
-  // ones of *this: it is left without storage and about to go).
-  void takeAsCopy(SerializableArray& other) noexcept {
-    Array<T>::takeAsCopy(other);
+  // Array::takeStorage, and the settings (other gets the old ones of *this).
+  void takeStorage(SerializableArray& other) noexcept {
+    Array<T>::takeStorage(other);
     delimiters.swap(other.delimiters);
-    allowComments = other.allowComments;
-    secondFlag = other.secondFlag;
+    std::swap(allowComments, other.allowComments);
+    std::swap(secondFlag, other.secondFlag);
+  }
+  // Array::takeAsCopy, and the settings as a copy assignment gives them.
+  void takeAsCopy(SerializableArray& other) noexcept {
+    takeStorage(other);
+    this->dropSpareCapacity();
   }
 
   // Returns os. "[ 1,2,3 ]" for the delimiters ", "; an empty array is "[ ]" (or "[\n]").

@@ -157,7 +157,9 @@ std::string outcome(Object& x, const std::string& text, Reader read, bool withFa
 
 // Random texts: mostly well-formed brackets with elements, comments and blanks, cut at a random
 // place or sprinkled with hostile pieces.
-std::string randomText(std::mt19937_64& random, int depth, bool outer = true) {
+// Rows of a matrix text have the common width or, now and then, fewer entries.
+std::string randomText(std::mt19937_64& random, int depth, long width = -1) {
+  const bool outer = width < 0;
   static const std::vector<std::string> kElements = {
       "0", "1", "-1", "42", "--5", "+7", "-0", "inf", "-inf", "1/2", "-3:1/2", "0.5", "1,5",
       "007", "123456789012345678", "1234567890123456789", "99999999999999999999",
@@ -169,10 +171,12 @@ std::string randomText(std::mt19937_64& random, int depth, bool outer = true) {
                                                  "// c\n", ""};
   auto pick = [&](const std::vector<std::string>& from) { return from[random() % from.size()]; };
   std::string text = pick(kGaps) + "[" + pick(kGaps);
-  const long count = random() % 4 == 0 ? static_cast<long>(random() % 400) : random() % 6;
+  long count = random() % 4 == 0 ? static_cast<long>(random() % 400) : random() % 6;
+  if (!outer) count = random() % 4 == 0 ? static_cast<long>(random() % (width + 1)) : width;
+  const long rowWidth = random() % 4 == 0 ? static_cast<long>(random() % 150) : random() % 6;
   for (long i = 0; i < count; ++i) {
     if (depth > 0) {
-      text += randomText(random, depth - 1, false);
+      text += randomText(random, depth - 1, rowWidth);
     } else {
       text += random() % 200 == 0 ? pick(kHostile) : pick(kElements);
     }

@@ -98,12 +98,10 @@ std::string parseSide(const std::string& text, long n, QQ& constant, Vector<QQ>&
   return rest;
 }
 
-bool skipToConstraints(std::ifstream& in) {
+void skipToConstraints(std::ifstream& in) {
   std::string line;
-  while (std::getline(in, line)) {
-    if (has(line, "Subject To")) return true;
+  while (std::getline(in, line) && !has(line, "Subject To")) {
   }
-  return false;
 }
 
 void statusLine(const char* header, long value) {
@@ -152,8 +150,7 @@ void readSections(std::ifstream& in, long n, std::string current, Vector<QQ>& lo
         }
       } else if (has(line, "free")) {
         forEachX(line, [&](long k) {
-          entry(lower, k, n) = QQ::minusInfinity();
-          entry(upper, k, n) = QQ::infinity();
+          entry(lower, k, n) = QQ::minusInfinity(), entry(upper, k, n) = QQ::infinity();
         });
       } else if (!line.empty()) {
         current = line;
@@ -175,13 +172,8 @@ void readSections(std::ifstream& in, long n, std::string current, Vector<QQ>& lo
       });
     }
   }
-  if (has(current, "Bin")) {
-    while (next() && !has(line, kSections)) {
-      forEachX(line, [&](long k) {
-        entry(lower, k, n) = QQ(0);
-        entry(upper, k, n) = QQ(1);
-      });
-    }
+  while (has(current, "Bin") && next() && !has(line, kSections)) {
+    forEachX(line, [&](long k) { entry(lower, k, n) = QQ(0), entry(upper, k, n) = QQ(1); });
   }
 }
 
@@ -208,14 +200,12 @@ int run(int argc, char** argv) {
   if (!in) reportFailure("The input file [ " + inputName + " ] could not be opened!");
   std::ofstream out(outputName);
   if (!out) reportFailure("The output file [ " + outputName + " ] could not be opened!");
-  std::cerr << "Note: This converter is not perfect, but it should" << std::endl;
-  std::cerr << "work correctly, as long as ALL variables are named" << std::endl;
-  std::cerr << "with a lower case 'x'." << std::endl;
-  std::cerr << std::endl;
-  const auto rewind = [&] {
-    in.clear();
-    in.seekg(0);
-  };
+  for (const char* note : {"Note: This converter is not perfect, but it should",
+                           "work correctly, as long as ALL variables are named",
+                           "with a lower case 'x'.", ""}) {
+    std::cerr << note << std::endl;
+  }
+  const auto rewind = [&] { in.clear(), in.seekg(0); };
 
   // Pass 1: the largest index of the first match of each line, truncated to 32 bits.
   long n = 0;
@@ -251,15 +241,13 @@ int run(int argc, char** argv) {
   statusLine("Equations: ", equal);
   statusLine("Variables: ", n);
   Vector<QQ> lower, upper;
-  lower.resize(n, false);
-  upper.resize(n, false);
+  lower.resize(n, false), upper.resize(n, false);
   for (long i = 1; i <= n; ++i) lower.at(i) = upper.at(i) = QQ::infinity();
   readSections(in, n, current, lower, upper);
   Group groups[3];  // ">=", "<=", "="
   const long counts[3] = {greater, less, equal};
   for (int g = 0; g < 3; ++g) {
-    groups[g].rows.setZero(counts[g], n);
-    groups[g].rhs.resize(counts[g], false);
+    groups[g].rows.setZero(counts[g], n), groups[g].rhs.resize(counts[g], false);
   }
   rewind();
 
@@ -274,9 +262,8 @@ int run(int argc, char** argv) {
     sense.at(1) = search(text, "min(.|\r|\n)*:", false) ? QQ::minusInfinity() : QQ::infinity();
     QQ constant;
     Vector<QQ> row;
-    if (!parseSide(body, n, constant, row).empty()) {
-      reportFailure("Objective function error: relation sign found!");
-    }
+    const std::string rest = parseSide(body, n, constant, row);
+    if (!rest.empty()) reportFailure("Objective function error: relation sign found!");
     objective.setZero(1, n);
     objective.at(1) = row;
   }
@@ -322,9 +309,7 @@ int run(int argc, char** argv) {
   const long r = ge.filled + remaining;
   Matrix<QQ> system(",", false, false);
   Vector<QQ> lowerSides, upperSides;
-  system.resize(r, false);
-  lowerSides.resize(r, false);
-  upperSides.resize(r, false);
+  system.resize(r, false), lowerSides.resize(r, false), upperSides.resize(r, false);
   for (long i = 1; i <= r; ++i) {
     const bool paired = i <= ge.filled;
     system.at(i) = paired ? ge.rows.at(i) : le.rows.at(i - ge.filled);

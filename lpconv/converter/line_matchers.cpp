@@ -45,7 +45,7 @@ bool containsSubjectTo(std::string_view line) { return containsIgnoringCase(line
 bool startsSection(std::string_view line) {
   // One pass for all words, skipping characters that start none of them. Every line of the file
   // goes through here in three of the four passes.
-  static const auto starts = [] {
+  static const auto kStarts = [] {
     std::array<bool, 256> table{};
     for (const SectionWord& section : kSectionWords) {
       const auto first = static_cast<unsigned char>(section.word[0]);
@@ -55,7 +55,7 @@ bool startsSection(std::string_view line) {
     return table;
   }();
   for (std::size_t i = 0; i < line.size(); ++i) {
-    if (!starts[static_cast<unsigned char>(line[i])]) continue;
+    if (!kStarts[static_cast<unsigned char>(line[i])]) continue;
     const char c = foldCase(line[i]);
     for (const SectionWord& section : kSectionWords) {
       const std::string_view word = section.word;

@@ -2,16 +2,18 @@
 # Builds an optimised lpconv and the LP generator, converts three generated workloads and compares
 # each run with the I/O floor of the same machine at the same moment.
 #
-#   bash bench/run.sh [--only large|pairing|longobj] [--keep] [--dir DIR] [--no-build]
+#   bash bench/run.sh [--only large|pairing|longobj] [--keep] [--dir DIR] [--no-build] [--tries N]
 #
 #   --only W     run one workload (may be given more than once)
 #   --keep       keep the generated .lp and .opt files (their folder is printed)
 #   --dir DIR    put the files in DIR instead of a fresh temporary folder
 #   --no-build   use the binaries already in build/bench
+#   --tries N    run lpconv (and clp) N times and report the best wall time (default 3)
 #
 # Workloads and targets:
 #   large    20,000 variables, 10,000 ">=" / "<=" pairs, 2,000 equations, 20 non-zeros per row
-#            target: wall time <= 3 x I/O floor, peak RSS < 200 MB
+#            target: wall time <= 1.5 x I/O floor, below `clp FILE -quit` on the same file in
+#            the same run (a peer LP reader; skipped when clp is not installed), peak RSS < 200 MB
 #   pairing  200 variables, 100,000 pairs in shuffled order, 5 non-zeros per row: target < 2 s
 #   longobj  one objective line over 1,000,000 variables and one pair of rows: target < 2 s
 #
@@ -25,12 +27,14 @@ only=()
 keep=0
 dir=""
 build=1
+tries=3
 while (($#)); do
   case "$1" in
     --only) only+=("$2"); shift 2 ;;
     --keep) keep=1; shift ;;
     --dir) dir="$2"; shift 2 ;;
     --no-build) build=0; shift ;;
+    --tries) tries="$2"; shift 2 ;;
     -h|--help) awk 'NR > 1 && !/^#/ { exit } NR > 1 { print }' "$0"; exit 0 ;;
     *) echo "run.sh: unknown argument $1" >&2; exit 2 ;;
   esac
@@ -62,7 +66,7 @@ cleanup() {
   if ((keep)); then
     echo "files kept in $workdir"
   elif [ -n "$dir" ]; then
-    rm -f "$workdir"/*.lp "$workdir"/*.opt "$workdir"/*.out "$workdir"/*.err "$workdir"/*.time \
+    rm -f "$workdir"/*.lp "$workdir"/*.opt "$workdir"/*.out "$workdir"/*.err "$workdir"/*.time "$workdir"/*.try "$workdir"/clp.out \
       "$workdir"/floor.bytes
   else
     rm -rf "$workdir"
@@ -99,15 +103,26 @@ for w in "${only[@]}"; do
   # shellcheck disable=SC2046
   "$generator" $(generator_args "$w") >"$lp"
 
-  # Both the run and the floor start with no dirty pages pending, so neither pays for the other's
-  # write-back.
-  sync -f "$workdir"
-  start=$(now)
-  set +e
-  /usr/bin/time -f "%e %M %U %S" -o "$workdir/$w.time" "$lpconv" "$lp" >"$workdir/$w.out" 2>"$workdir/$w.err"
-  rc=$?
-  set -e
-  wall=$(seconds_since "$start")
+  # Every try and the floor start with no dirty pages pending, so none pays for another's
+  # write-back; the best try counts.
+  wall=""
+  for ((try = 1; try <= tries; try++)); do
+    rm -f "$opt"
+    sync -f "$workdir"
+    start=$(now)
+    set +e
+    /usr/bin/time -f "%e %M %U %S" -o "$workdir/$w.try" "$lpconv" "$lp" >"$workdir/$w.out" 2>"$workdir/$w.err"
+    rc=$?
+    set -e
+    took=$(seconds_since "$start")
+    if [ "$rc" -ne 0 ]; then break; fi
+    if [ "$(least "$wall" "$took")" = "$took" ]; then
+      wall=$took
+      cp "$workdir/$w.try" "$workdir/$w.time"
+    fi
+  done
+  [ -n "$wall" ] || wall=$took
+  [ -e "$workdir/$w.time" ] || cp "$workdir/$w.try" "$workdir/$w.time"
   rss_kib=$(awk 'END { print $2 }' "$workdir/$w.time")
   cpu=$(awk 'END { printf "user %.2f s, sys %.2f s", $3, $4 }' "$workdir/$w.time")
 
@@ -148,11 +163,20 @@ for w in "${only[@]}"; do
     rm -f "$workdir/floor.bytes"
   done
   floor=$(awk -v r="$read_floor" -v w="$write_floor" 'BEGIN { printf "%.3f", r + w }')
+  clp_time=""
+  if [ "$w" = large ] && command -v clp >/dev/null; then
+    for ((try = 1; try <= tries; try++)); do
+      start=$(now)
+      clp "$lp" -quit >"$workdir/clp.out" 2>&1 || true
+      clp_time=$(least "$clp_time" "$(seconds_since "$start")")
+    done
+    echo "   clp $lp -quit (best of $tries): $clp_time s; its last line: $(tail -n 1 "$workdir/clp.out")"
+  fi
 
   awk -v w="$w" -v cpu="$cpu" -v ib="$in_bytes" -v ob="$out_bytes" -v t="$wall" -v rss="$rss_kib" \
       -v rf="$read_floor" -v wf="$write_floor" -v fl="$floor" '
     BEGIN {
-      printf "   input %.2f MB, output %.2f MB, wall %.3f s, peak RSS %.1f MB\n",
+      printf "   input %.2f MB, output %.2f MB, wall %.3f s (best of the tries), peak RSS %.1f MB\n",
              ib / 1e6, ob / 1e6, t, rss * 1024 / 1e6
       printf "   input %.1f MB/s, output %.1f MB/s; %s\n", ib / 1e6 / t, ob / 1e6 / t, cpu
       printf "   I/O floor %.3f s (read %.3f s + write %.3f s), wall/floor %.2f\n",
@@ -160,9 +184,10 @@ for w in "${only[@]}"; do
     }'
   case "$w" in
     large)
-      verdict=$(awk -v t="$wall" -v fl="$floor" -v rss="$rss_kib" 'BEGIN {
-        ok1 = t <= 3 * fl; ok2 = rss * 1024 < 200e6
-        printf "wall <= 3 x floor: %s; peak RSS < 200 MB: %s", ok1 ? "met" : "MISSED", ok2 ? "met" : "MISSED"
+      verdict=$(awk -v t="$wall" -v fl="$floor" -v rss="$rss_kib" -v clp="$clp_time" 'BEGIN {
+        ok1 = t <= 1.5 * fl; ok2 = rss * 1024 < 200e6
+        printf "wall <= 1.5 x floor: %s; peak RSS < 200 MB: %s", ok1 ? "met" : "MISSED", ok2 ? "met" : "MISSED"
+        if (clp != "") printf "; wall < clp read: %s", t < clp ? "met" : "MISSED"
       }') ;;
     *)
       verdict=$(awk -v t="$wall" 'BEGIN { printf "wall < 2 s: %s", t < 2 ? "met" : "MISSED" }') ;;

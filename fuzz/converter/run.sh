@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Fuzzes the whole converter with AFL++ for N minutes (Debian package afl++).
 #
-#   bash fuzz/converter/run.sh [MINUTES] [OUT_DIR]      (defaults: 30, build/fuzz-converter/out)
+#   bash fuzz/converter/run.sh [MINUTES] [OUT_DIR] [INSTANCES]
+#                             (defaults: 30, build/fuzz-converter/out, 1; more instances share OUT_DIR)
 #
 # Builds lpconv_fuzz (harness.cpp: the converter with the NaN abort as exit status 3) with
 # afl-clang-fast++, AddressSanitizer and UndefinedBehaviorSanitizer into build/fuzz-converter, then
@@ -30,11 +31,17 @@ input=seeds
 [ -d "$out/default/queue" ] && input=-   # resume an earlier run
 export AFL_SKIP_CPUFREQ=1 AFL_NO_UI=1 AFL_I_DONT_CARE_ABOUT_MISSING_CRASHES=1
 export ASAN_OPTIONS=abort_on_error=1:symbolize=0:detect_leaks=0
+for ((i = 2; i <= ${3:-1}; i++)); do
+  timeout --preserve-status $((minutes * 60 + 30)) afl-fuzz -i fuzz/converter/seeds -o "$out" \
+    -S "extra$i" -x fuzz/converter/dictionary.txt -m none -t 2000 -V $((minutes * 60)) \
+    -f "$scratch/extra$i.lp" -- "$build/lpconv_fuzz" "$scratch/extra$i.lp" >/dev/null 2>&1 &
+done
 timeout --preserve-status $((minutes * 60 + 30)) \
   afl-fuzz -i "$( [ "$input" = - ] && echo - || echo fuzz/converter/seeds)" -o "$out" \
   -x fuzz/converter/dictionary.txt -m none -t 2000 -V $((minutes * 60)) \
   -f "$scratch/model.lp" -- "$build/lpconv_fuzz" "$scratch/model.lp" || true
+wait
 rm -rf "$scratch"
 afl-whatsup -s "$out" 2>/dev/null || true
-echo "crashes: $(ls "$out"/default/crashes 2>/dev/null | grep -vc README || true)"
-echo "hangs:   $(ls "$out"/default/hangs 2>/dev/null | wc -l)"
+echo "crashes: $(ls "$out"/*/crashes 2>/dev/null | grep -c id: || true)"
+echo "hangs:   $(ls "$out"/*/hangs 2>/dev/null | grep -c id: || true)"

@@ -1,5 +1,7 @@
 #include <lpconv/converter/expression_parser.h>
 
+#include <algorithm>
+
 #include <lpconv/converter/line_matchers.h>
 #include <lpconv/converter/number_reader.h>
 #include <lpconv/converter/text_scan.h>
@@ -46,6 +48,7 @@ Expression parseExpression(std::string_view text, long n) {
   SparseRow& row = result.row;
   const std::string s = normaliseExpression(text);
   const std::size_t length = s.size();
+  row.reserve(static_cast<std::size_t>(std::count(s.begin(), s.end(), 'x')));
 
   NextPosition nextSpaceEnd(s, [](char c) { return !isSpace(c); });
   NextPosition nextZero(s, [](char c) { return c == '0'; });

@@ -26,9 +26,9 @@ class VariableBounds {
 
   // The bounds of x<index>: the defaults when none were stated. Reading never adds an entry.
   const Pair& at(long index) const {
-    static const Pair defaults;
+    static const Pair kDefaults;
     const auto found = stated_.find(index);
-    return found == stated_.end() ? defaults : found->second;
+    return found == stated_.end() ? kDefaults : found->second;
   }
   void set(long index, QQ lower, QQ upper) {
     Pair& pair = stated_[index];

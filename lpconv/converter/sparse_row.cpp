@@ -4,11 +4,36 @@
 
 namespace lpconv {
 
+namespace {
+constexpr std::size_t kInsertionSortLimit = 64;
+}  // namespace
+
 void SparseRow::finish() {
   const bool ordered = std::adjacent_find(entries_.begin(), entries_.end(),
                                           [](const RowEntry& a, const RowEntry& b) {
                                             return a.index >= b.index;
                                           }) == entries_.end();
+  if (!ordered && entries_.size() <= kInsertionSortLimit) {
+    // Short rows (the usual case) sort in place, stably, without allocating: equal indices keep
+    // their arrival order, so the last assignment of an index ends its run.
+    for (std::size_t i = 1; i < entries_.size(); ++i) {
+      RowEntry entry = std::move(entries_[i]);
+      std::size_t j = i;
+      for (; j > 0 && entries_[j - 1].index > entry.index; --j) {
+        entries_[j] = std::move(entries_[j - 1]);
+      }
+      entries_[j] = std::move(entry);
+    }
+    std::size_t out = 0;
+    for (std::size_t i = 0; i < entries_.size(); ++i) {
+      const bool overwritten = i + 1 < entries_.size() && entries_[i + 1].index == entries_[i].index;
+      if (overwritten || entries_[i].value.isZero()) continue;
+      if (out != i) entries_[out] = std::move(entries_[i]);
+      ++out;
+    }
+    entries_.resize(out);
+    return;
+  }
   if (!ordered) {
     // Sort small (index, arrival) keys instead of the entries themselves; the arrival breaks
     // ties so that the last assignment of an index comes last.

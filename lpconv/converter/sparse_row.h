@@ -31,6 +31,8 @@ class SparseRow {
   void finish();
 
   void clear() { entries_.clear(); }
+  // Room for `count` assignments, so that a scan grows the row once.
+  void reserve(std::size_t count) { entries_.reserve(count); }
 
   // this = this - other, entry by entry (QQ subtraction, with its infinity failures).
   void subtract(const SparseRow& other);

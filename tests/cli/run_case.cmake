@@ -1,19 +1,18 @@
 # Runs lpconv on one end-to-end case in a fresh directory and compares everything it leaves behind.
 #   -D LPCONV=<path of the built lpconv>  -D CASE_DIR=<case folder>  -D WORK_DIR=<scratch folder>
-#
 # A case folder holds:
-#   input/    files copied into the scratch folder before the run (usually model.lp)
-#   args      the arguments, one per line (default: model.lp; an empty file: no argument)
-#   argv0     optional: run the program through a link of this relative path, to pin the usage name
+#   input/      files copied into the scratch folder before the run (usually model.lp)
+#   args        the arguments, one per line (default: model.lp; an empty file: no argument)
+#   argv0       optional: run the program through a link of this relative path (the usage name)
+#   file_limit  optional: a file-size limit in KiB for the run, with SIGXFSZ ignored (bash ulimit)
 #   stdout, stderr, status    what the run must print and return (missing: empty, empty, 0)
-#   expected/ the files the run must create, byte for byte; any other new file is an error
+#   expected/   the files the run must create, byte for byte; any other new file is an error
 cmake_minimum_required(VERSION 3.25)
 
-function(read_bytes path out)
+function(read_hex path out)
+  set(hex "")
   if(EXISTS "${path}")
     file(READ "${path}" hex HEX)
-  else()
-    set(hex "")
   endif()
   set(${out} "${hex}" PARENT_SCOPE)
 endfunction()
@@ -24,13 +23,12 @@ file(MAKE_DIRECTORY "${run_dir}")
 if(EXISTS "${CASE_DIR}/input")
   file(COPY "${CASE_DIR}/input/" DESTINATION "${run_dir}")
 endif()
-file(GLOB_RECURSE files_before LIST_DIRECTORIES false RELATIVE "${run_dir}" "${run_dir}/*")
+file(GLOB_RECURSE files_before RELATIVE "${run_dir}" "${run_dir}/*")
 
 set(args "model.lp")
 if(EXISTS "${CASE_DIR}/args")
   file(STRINGS "${CASE_DIR}/args" args)
 endif()
-
 set(program "${LPCONV}")
 if(EXISTS "${CASE_DIR}/argv0")
   file(STRINGS "${CASE_DIR}/argv0" link_name)
@@ -39,18 +37,19 @@ if(EXISTS "${CASE_DIR}/argv0")
   file(MAKE_DIRECTORY "${link_dir}")
   file(CREATE_LINK "${LPCONV}" "${program}" SYMBOLIC)
 endif()
+set(command "${program}" ${args})
+if(EXISTS "${CASE_DIR}/file_limit")
+  # An ignored signal stays ignored across exec; root ignores permissions but not this limit.
+  file(STRINGS "${CASE_DIR}/file_limit" limit)
+  set(command bash -c "trap '' XFSZ && ulimit -f ${limit} && exec \"$@\"" run ${command})
+endif()
 
-execute_process(
-  COMMAND "${program}" ${args}
-  WORKING_DIRECTORY "${run_dir}"
-  INPUT_FILE /dev/null
-  OUTPUT_FILE "${WORK_DIR}/actual.stdout"
-  ERROR_FILE "${WORK_DIR}/actual.stderr"
-  RESULT_VARIABLE status
-  TIMEOUT 120)
+execute_process(COMMAND ${command}
+  WORKING_DIRECTORY "${run_dir}" INPUT_FILE /dev/null
+  OUTPUT_FILE "${WORK_DIR}/stdout" ERROR_FILE "${WORK_DIR}/stderr"
+  RESULT_VARIABLE status TIMEOUT 120)
 
 set(failures "")
-
 set(expected_status 0)
 if(EXISTS "${CASE_DIR}/status")
   file(STRINGS "${CASE_DIR}/status" expected_status)
@@ -59,40 +58,34 @@ if(NOT "${status}" STREQUAL "${expected_status}")
   string(APPEND failures "exit status: expected ${expected_status}, got ${status}\n")
 endif()
 
-foreach(stream stdout stderr)
-  read_bytes("${CASE_DIR}/${stream}" want)
-  read_bytes("${WORK_DIR}/actual.${stream}" got)
-  if(NOT want STREQUAL got)
-    file(READ "${WORK_DIR}/actual.${stream}" got_text)
-    string(APPEND failures "${stream} differs; got:\n[${got_text}]\n")
-  endif()
-endforeach()
-
-file(GLOB_RECURSE files_after LIST_DIRECTORIES false RELATIVE "${run_dir}" "${run_dir}/*")
 set(expected_files "")
 if(EXISTS "${CASE_DIR}/expected")
-  file(GLOB_RECURSE expected_files LIST_DIRECTORIES false RELATIVE "${CASE_DIR}/expected"
-       "${CASE_DIR}/expected/*")
+  file(GLOB_RECURSE expected_files RELATIVE "${CASE_DIR}/expected" "${CASE_DIR}/expected/*")
 endif()
+# Pairs of (what the run left, what the case expects).
+set(compare "${WORK_DIR}/stdout;${CASE_DIR}/stdout;${WORK_DIR}/stderr;${CASE_DIR}/stderr")
 foreach(name IN LISTS expected_files)
   if(NOT EXISTS "${run_dir}/${name}")
     string(APPEND failures "missing output file ${name}\n")
-    continue()
   endif()
-  read_bytes("${CASE_DIR}/expected/${name}" want)
-  read_bytes("${run_dir}/${name}" got)
-  if(NOT want STREQUAL got)
-    file(READ "${run_dir}/${name}" got_text)
-    string(APPEND failures "output file ${name} differs; got:\n[${got_text}]\n")
-  endif()
+  list(APPEND compare "${run_dir}/${name}" "${CASE_DIR}/expected/${name}")
 endforeach()
-foreach(name IN LISTS files_after)
-  list(FIND files_before "${name}" was_there)
-  list(FIND expected_files "${name}" is_expected)
-  if(was_there EQUAL -1 AND is_expected EQUAL -1)
-    string(APPEND failures "unexpected output file ${name}\n")
+while(compare)
+  list(POP_FRONT compare got_path want_path)
+  read_hex("${got_path}" got)
+  read_hex("${want_path}" want)
+  if(EXISTS "${got_path}" AND NOT got STREQUAL want)
+    file(READ "${got_path}" got_text)
+    string(APPEND failures "${got_path} differs; got:\n[${got_text}]\n")
   endif()
+endwhile()
+file(GLOB_RECURSE files_after RELATIVE "${run_dir}" "${run_dir}/*")
+foreach(name IN LISTS files_before expected_files)
+  list(REMOVE_ITEM files_after "${name}")
 endforeach()
+if(files_after)
+  string(APPEND failures "unexpected output files: ${files_after}\n")
+endif()
 
 if(failures)
   message(FATAL_ERROR "case ${CASE_DIR}:\n${failures}")

@@ -1,7 +1,7 @@
 // Every fast path of the converter against its slow twin, on random inputs: the line matchers
 // against the regular expressions, the number reader against string-to-double and the 17-digit
-// text, Coefficient against QQ, the indexed pairing against the direct search, and the dense row
-// writer against the vector's own text.
+// text, Coefficient against QQ, the indexed pairing against the direct search. (The dense row
+// writer against the vector's own text is in writer_test.cpp.)
 #include <gtest/gtest.h>
 
 #include <random>
@@ -13,12 +13,10 @@
 #include <lpconv/converter/inequality_pairing.h>
 #include <lpconv/converter/line_matchers.h>
 #include <lpconv/converter/number_reader.h>
-#include <lpconv/converter/opt_writer.h>
 #include <lpconv/converter/output_name.h>
 #include <lpconv/numbers/tolerance.h>
 #include <lpconv/util/full_precision.h>
 #include <lpconv/util/patterns.h>
-#include "scratch_file.h"
 
 namespace lpconv {
 namespace {
@@ -166,24 +164,6 @@ TEST(FastPathTest, IndexedPairingEqualsTheDirectSearch) {
       ASSERT_EQ(fast[i].coefficients, slow[i].coefficients) << round;
       ASSERT_EQ(fast[i].lower, slow[i].lower) << round;
       ASSERT_EQ(fast[i].upper, slow[i].upper) << round;
-    }
-  }
-}
-
-// Rows long enough for the repeated-block path, short rows and empty ones.
-TEST(FastPathTest, DenseRowEqualsTheVectorText) {
-  const std::vector<QQ> values = {QQ(3L), QQ(-5L, 7L), QQ::infinity(), QQ(0L)};
-  for (const long n : {0L, 1L, 5L, 200000L}) {
-    for (int round = 0; round < (n > 1000 ? 3 : 20); ++round) {
-      const SparseRow row = n == 0 ? SparseRow() : randomRow(n, values);
-      Vector<QQ> dense;
-      dense.resize(n, false);
-      for (long k = 1; k <= n; ++k) dense[k] = QQ();
-      for (const RowEntry& e : row.entries()) dense[e.index] = e.value.toQQ();
-      std::ostringstream expected;
-      expected << dense;
-      const std::string got = testing::writtenBy([&](OutputBuffer& out) { writeDenseRow(out, row, n); });
-      ASSERT_EQ(got, expected.str()) << n;
     }
   }
 }

@@ -1,10 +1,10 @@
-// lpconv_reference: the conversion written the slow, literal way, as an oracle for lpconv.
-// It reads the input four times through one std::ifstream, tests lines with the regex helpers,
-// keeps dense Vector<QQ> and Matrix<QQ> systems, pairs rows by linear search and writes every
-// item through the containers' own stream operators. Same messages, streams, status and bytes as
-// lpconv; only the speed differs.
-
+// lpconv_reference: the conversion written the slow, literal way, as an oracle for lpconv. It
+// reads the input four times through one std::ifstream, tests lines with the regex helpers, keeps
+// dense Vector<QQ> and Matrix<QQ> systems, pairs rows by linear search and writes every item
+// through the containers' own stream operators. Same messages, streams, status and bytes.
+#include <cctype>
 #include <cstdint>
+#include <cstdlib>
 #include <ctime>
 #include <fstream>
 #include <iostream>
@@ -12,12 +12,12 @@
 
 #include <lpconv/containers/matrix.h>
 #include <lpconv/containers/vector.h>
-#include "literal_scan.h"
 #include <lpconv/numbers/qq.h>
 #include <lpconv/util/failure.h>
 #include <lpconv/util/full_precision.h>
 #include <lpconv/util/paths.h>
 #include <lpconv/util/patterns.h>
+#include <lpconv/util/strings.h>
 #include <lpconv/util/trace.h>
 
 namespace lpconv::reference {
@@ -27,15 +27,81 @@ const char kSections[] = "Bound|Gen|Bin";
 
 bool has(const std::string& line, const char* pattern) { return search(line, pattern, false); }
 
-[[noreturn]] void usage(const char* argv0) {
-  std::cout << "Usage: " << baseName(argv0 == nullptr ? "" : argv0) << " *.lp" << endLine();
-  lastOutputTime = std::time(nullptr);
-  terminateWithFailure();
+// strtod on decimal forms only, widened: a hexadecimal prefix reads as the 0 before its x.
+QQ readDecimal(const char* text) {
+  const char* p = text;
+  while (std::isspace(static_cast<unsigned char>(*p))) ++p;
+  const bool negative = *p == '-';
+  if (*p == '+' || *p == '-') ++p;
+  if (p[0] == '0' && (p[1] == 'x' || p[1] == 'X')) return fromDbl(negative ? -0.0L : 0.0L);
+  return fromDbl(static_cast<dbl_t>(std::strtod(text, nullptr)));
 }
 
-void rewind(std::ifstream& in) {
-  in.clear();
-  in.seekg(0);
+long readIndex(const char* text) { return std::strtol(text, nullptr, 10); }
+
+bool leadsToDigit(const std::string& text, std::size_t p) {
+  while (p < text.size() && (text[p] == ' ' || text[p] == '+' || text[p] == '-')) ++p;
+  if (p >= text.size()) reportFailure("scan for digit failed!");
+  return text[p] >= '0' && text[p] <= '9';
+}
+
+// Every index the converter addresses lies in 1..n.
+QQ& entry(Vector<QQ>& vector, long k, long n) {
+  if (k < 1 || k > n) reportFailure("Array: index out of range");
+  return vector.at(k);
+}
+
+// One side of a linear expression: row and constant reset, the normalised text scanned, and the
+// trimmed rest from the first relation character after the expression returned.
+std::string parseSide(const std::string& text, long n, QQ& constant, Vector<QQ>& row) {
+  constant = QQ();
+  if (n != 0) row.resize(n, false);
+  for (long i = 1; i <= n; ++i) row.at(i) = QQ();
+  std::string s = replacePattern(text, "( |\t|\r|\n)", "");
+  s = replacePattern(s, "\\+-", "-");
+  s = replacePattern(s, "-\\+", "-");
+  s = replacePattern(s, "--", "+");
+  s = replacePattern(s, "\\+\\+", "+");
+  // A number read as 0 is a written 0 only when a "0" comes before the next x.
+  const auto implicit = [&](const QQ& value, std::size_t from, bool negative) {
+    if (!value.isZero()) return value;
+    const std::size_t zero = s.find('0', from);
+    if (zero != std::string::npos && zero < s.find('x', from)) return QQ();
+    return negative ? QQ(-1) : QQ(1);
+  };
+  std::size_t p = s.find_first_not_of("<=>");
+  QQ current;
+  bool pending = false;
+  std::string rest;
+  while (p < s.size()) {
+    const char c = s[p];
+    if (c == 'x') {
+      entry(row, readIndex(s.c_str() + p + 1), n) = current;
+      pending = false;
+    } else if (c == '<' || c == '=' || c == '>') {
+      rest = trim(s.substr(p), " \t\n\r\f\v");
+      break;
+    } else if (c == '+' || c == '-') {
+      if (pending) constant = constant + current;
+      QQ value = readDecimal(s.c_str() + p + 1);
+      if (c == '-') value = -value;
+      current = implicit(value, p + 1, c == '-');
+      pending = true;
+    } else {
+      current = implicit(readDecimal(s.c_str() + p), p, false);
+      pending = true;
+    }
+    ++p;
+    while (p < s.size() && s[p] >= '0' && s[p] <= '9') ++p;
+  }
+  if (pending) constant = constant + current;
+  return rest;
+}
+
+void skipToConstraints(std::ifstream& in) {
+  std::string line;
+  while (std::getline(in, line) && !has(line, "Subject To")) {
+  }
 }
 
 void statusLine(const char* header, long value) {
@@ -43,83 +109,49 @@ void statusLine(const char* header, long value) {
   lastOutputTime = std::time(nullptr);
 }
 
-// Reads lines up to and including the first that contains "Subject To"; false at end of file.
-bool skipToConstraints(std::ifstream& in) {
-  std::string line;
-  while (std::getline(in, line)) {
-    if (has(line, "Subject To")) return true;
-  }
-  return false;
-}
-
-long discoverVariables(std::ifstream& in) {
-  long n = 0;
-  std::string line;
-  while (std::getline(in, line)) {
-    std::smatch match;
-    if (!searchMatch(line, "x([0-9]+)", match)) continue;
-    const std::string digits = match[1].str();
-    const auto index = static_cast<std::int32_t>(std::strtol(digits.c_str(), nullptr, 10));
-    if (index > n) n = index;
-  }
-  return n;
-}
-
-struct Counts {
-  long less = 0;
-  long greater = 0;
-  long equal = 0;
-};
-
-struct Bounds {
-  Vector<QQ> lower;
-  Vector<QQ> upper;
-};
-
-// Reads the next line into `line`; at end of file `line` is left empty, as getline leaves it.
-bool nextLine(std::ifstream& in, std::string& line) {
-  if (std::getline(in, line)) return true;
-  line.clear();
-  return false;
-}
-
-void scanBoundLine(const std::string& line, long n, QQ& currentLower, Bounds& bounds) {
-  long k = 0;
+// Calls visit(k) for the index after every lower-case x of the line.
+template <typename Visit>
+void forEachX(const std::string& line, Visit visit) {
   for (std::size_t i = 0; i < line.size(); ++i) {
-    if (line[i] == 'x') {
-      k = readIndex(line.c_str() + i + 1);
-    } else if (line[i] == '=' && k == 0) {
-      currentLower = leadsToDigit(line, 0) ? readDecimalQQ(line.c_str()) : QQ::minusInfinity();
-    } else if (line[i] == '=') {
-      entry(bounds.lower, k, n) = currentLower;
-      entry(bounds.upper, k, n) =
-          leadsToDigit(line, i + 1) ? readDecimalQQ(line.c_str() + i + 1) : QQ::infinity();
-      k = 0;
-    }
+    if (line[i] == 'x') visit(readIndex(line.c_str() + i + 1));
   }
 }
 
-// The Bound, General and Binary sections, each entered only when `current` names it; `current`
-// becomes the line that ended the section ("" at end of file).
-void readSections(std::ifstream& in, long n, std::string current, Bounds& bounds) {
+// The Bound, General and Binary sections, each entered only when `current` names it.
+void readSections(std::ifstream& in, long n, std::string current, Vector<QQ>& lower,
+                  Vector<QQ>& upper) {
   QQ currentLower;
   std::string line;
+  const auto next = [&] {
+    if (std::getline(in, line)) return true;
+    line.clear();
+    return false;
+  };
   if (has(current, "Bound")) {
     current.clear();
-    while (nextLine(in, line)) {
+    while (next()) {
       if (has(line, kSections)) {
         current = line;
         break;
       }
       if (has(line, "<=")) {
-        scanBoundLine(line, n, currentLower, bounds);
-      } else if (has(line, "free")) {
+        long k = 0;
         for (std::size_t i = 0; i < line.size(); ++i) {
-          if (line[i] != 'x') continue;
-          const long k = readIndex(line.c_str() + i + 1);
-          entry(bounds.lower, k, n) = QQ::minusInfinity();
-          entry(bounds.upper, k, n) = QQ::infinity();
+          if (line[i] == 'x') {
+            k = readIndex(line.c_str() + i + 1);
+          } else if (line[i] == '=' && k == 0) {
+            currentLower = leadsToDigit(line, 0) ? readDecimal(line.c_str()) : QQ::minusInfinity();
+          } else if (line[i] == '=') {
+            entry(lower, k, n) = currentLower;
+            entry(upper, k, n) =
+                leadsToDigit(line, i + 1) ? readDecimal(line.c_str() + i + 1) : QQ::infinity();
+            k = 0;
+          }
         }
+      } else if (has(line, "free")) {
+        forEachX(line, [&](long k) {
+          entry(lower, k, n) = QQ::minusInfinity(), entry(upper, k, n) = QQ::infinity();
+        });
       } else if (!line.empty()) {
         current = line;
         break;
@@ -128,235 +160,177 @@ void readSections(std::ifstream& in, long n, std::string current, Bounds& bounds
   }
   if (has(current, "Gen")) {
     current.clear();
-    while (nextLine(in, line)) {
+    while (next()) {
       if (has(line, kSections)) {
         current = line;
         break;
       }
-      for (std::size_t i = 0; i < line.size(); ++i) {
-        if (line[i] != 'x') continue;
-        const long k = readIndex(line.c_str() + i + 1);
-        if (compare(entry(bounds.lower, k, n), QQ::infinity()) == 0) {
-          entry(bounds.lower, k, n) = QQ::minusInfinity();
-          entry(bounds.upper, k, n) = QQ::infinity();
-        }
-      }
+      forEachX(line, [&](long k) {
+        if (compare(entry(lower, k, n), QQ::infinity()) != 0) return;
+        entry(lower, k, n) = QQ::minusInfinity();
+        entry(upper, k, n) = QQ::infinity();
+      });
     }
   }
-  if (has(current, "Bin")) {
-    while (nextLine(in, line)) {
-      if (has(line, kSections)) break;
-      for (std::size_t i = 0; i < line.size(); ++i) {
-        if (line[i] != 'x') continue;
-        const long k = readIndex(line.c_str() + i + 1);
-        entry(bounds.lower, k, n) = QQ(0);
-        entry(bounds.upper, k, n) = QQ(1);
-      }
-    }
+  while (has(current, "Bin") && next() && !has(line, kSections)) {
+    forEachX(line, [&](long k) { entry(lower, k, n) = QQ(0), entry(upper, k, n) = QQ(1); });
   }
-}
-
-// Second pass: counts, the balance rule, the status lines and the sections.
-Counts countAndReadSections(std::ifstream& in, const std::string& argument, long n,
-                            Bounds& bounds) {
-  Counts counts;
-  std::string current;
-  skipToConstraints(in);
-  std::string line;
-  while (std::getline(in, line)) {
-    if (has(line, kSections)) {
-      current = line;
-      break;
-    }
-    if (has(line, "<=")) {
-      ++counts.less;
-    } else if (has(line, ">=")) {
-      ++counts.greater;
-    } else if (has(line, "=")) {
-      ++counts.equal;
-    } else if (!line.empty()) {
-      reportFailure("The file [ " + argument + " ] is incomplete!");
-    }
-  }
-  if (counts.less != counts.greater) reportFailure("The amount of <= and >= equations differ!");
-  statusLine("InEquations: ", counts.less);
-  statusLine("Equations: ", counts.equal);
-  statusLine("Variables: ", n);
-
-  bounds.lower.resize(n, false);
-  bounds.upper.resize(n, false);
-  for (long i = 1; i <= n; ++i) {
-    bounds.lower.at(i) = QQ::infinity();
-    bounds.upper.at(i) = QQ::infinity();
-  }
-  readSections(in, n, current, bounds);
-  return counts;
-}
-
-struct Objective {
-  Vector<QQ> sense;
-  Matrix<QQ> coefficients{",", false, false};
-};
-
-// Third pass: the text before "Subject To", its header and sense, and its expression.
-void readObjective(std::ifstream& in, long n, Objective& objective) {
-  std::string text;
-  std::string line;
-  while (std::getline(in, line)) {
-    if (has(line, "Subject To")) break;
-    text += line + "\n";
-  }
-  const std::string body = replacePattern(text, "(Min|Max)(.|\r|\n)*:", "");
-  if (body == text) return;
-  objective.sense.resize(1, false);
-  objective.sense.at(1) =
-      search(text, "min(.|\r|\n)*:", false) ? QQ::minusInfinity() : QQ::infinity();
-  QQ constant;
-  Vector<QQ> row;
-  const std::string rest = parseSide(body, n, constant, row);
-  if (!rest.empty()) reportFailure("Objective function error: relation sign found!");
-  objective.coefficients.setZero(1, n);
-  objective.coefficients.at(1) = row;
 }
 
 struct Group {
   Matrix<QQ> rows{",", false, false};
   Vector<QQ> rhs;
   long filled = 0;
-
-  void size(long count, long n) {
-    rows.setZero(count, n);
-    rhs.resize(count, false);
-  }
-  // A group filled beyond its count fails in at() with "Array: index out of range".
-  void file(const Vector<QQ>& row, const QQ& value) {
-    ++filled;
-    rows.at(filled) = row;
-    rhs.at(filled) = value;
-  }
 };
-
-// Fourth pass: every constraint line into its group, in input order.
-void readConstraints(std::ifstream& in, long n, Group& greater, Group& less, Group& equal) {
-  skipToConstraints(in);
-  std::string line;
-  while (std::getline(in, line)) {
-    if (has(line, kSections)) break;
-    if (line.empty()) continue;
-    QQ left;
-    Vector<QQ> a;
-    const std::string rest = parseSide(line, n, left, a);
-    if (rest.empty()) reportFailure("relation error: no sign found!");
-    Group& group = has(rest, ">=") ? greater : has(rest, "<=") ? less : equal;
-    QQ value = &group == &less ? left : -left;
-    Vector<QQ> row = a;
-    QQ right;
-    Vector<QQ> b;
-    parseSide(rest, n, right, b);
-    value = value + right;
-    row -= b;
-    group.file(row, value);
-  }
-}
-
-// Pairs each ">=" row with the first equal "<=" row still unpaired, taking that row out by moving
-// the last one into its place, and appends the unpaired "<=" rows.
-void mergeInequalities(Group& greater, Group& less, Matrix<QQ>& system, Vector<QQ>& lowerSides,
-                       Vector<QQ>& upperSides) {
-  const long g = greater.filled;
-  long remaining = less.filled;
-  Vector<QQ> upper;
-  upper.resize(g, false);
-  for (long i = 1; i <= g; ++i) {
-    long found = 0;
-    for (long j = 1; j <= remaining && found == 0; ++j) {
-      if (greater.rows.at(i) == less.rows.at(j)) found = j;
-    }
-    if (found == 0) {
-      upper.at(i) = QQ::infinity();
-      continue;
-    }
-    upper.at(i) = less.rhs.at(found);
-    less.rows.at(found) = less.rows.at(remaining);
-    less.rhs.at(found) = less.rhs.at(remaining);
-    --remaining;
-  }
-  system.resize(g + remaining, false);
-  lowerSides.resize(g + remaining, false);
-  upperSides.resize(g + remaining, false);
-  for (long i = 1; i <= g; ++i) {
-    system.at(i) = greater.rows.at(i);
-    lowerSides.at(i) = greater.rhs.at(i);
-    upperSides.at(i) = upper.at(i);
-  }
-  for (long j = 1; j <= remaining; ++j) {
-    system.at(g + j) = less.rows.at(j);
-    lowerSides.at(g + j) = QQ::minusInfinity();
-    upperSides.at(g + j) = less.rhs.at(j);
-  }
-}
 
 std::ostream& newline(std::ostream& os) { return os << "\n" << std::flush; }
 
 int run(int argc, char** argv) {
   QQ::infinity();
-  if (argc != 2) usage(argc > 0 ? argv[0] : nullptr);
+  const auto usage = [&] {
+    std::cout << "Usage: " << baseName(argc > 0 ? argv[0] : "") << " *.lp" << endLine();
+    lastOutputTime = std::time(nullptr);
+    terminateWithFailure();
+  };
+  if (argc != 2) usage();
   const std::string inputName = argv[1];
   const std::string outputName = replacePattern(inputName, ".lp$", ".opt");
-  if (outputName == inputName) usage(argv[0]);
-
+  if (outputName == inputName) usage();
   std::ifstream in(inputName);
   if (!in) reportFailure("The input file [ " + inputName + " ] could not be opened!");
   std::ofstream out(outputName);
   if (!out) reportFailure("The output file [ " + outputName + " ] could not be opened!");
-  std::cerr << "Note: This converter is not perfect, but it should" << std::endl;
-  std::cerr << "work correctly, as long as ALL variables are named" << std::endl;
-  std::cerr << "with a lower case 'x'." << std::endl;
-  std::cerr << std::endl;
+  for (const char* note : {"Note: This converter is not perfect, but it should",
+                           "work correctly, as long as ALL variables are named",
+                           "with a lower case 'x'.", ""}) {
+    std::cerr << note << std::endl;
+  }
+  const auto rewind = [&] { in.clear(), in.seekg(0); };
 
-  const long n = discoverVariables(in);
-  rewind(in);
+  // Pass 1: the largest index of the first match of each line, truncated to 32 bits.
+  long n = 0;
+  std::string line;
+  while (std::getline(in, line)) {
+    std::smatch match;
+    if (!searchMatch(line, "x([0-9]+)", match)) continue;
+    n = std::max<long>(n, static_cast<std::int32_t>(std::strtol(match[1].str().c_str(), nullptr, 10)));
+  }
+  rewind();
 
-  Bounds bounds;
-  const Counts counts = countAndReadSections(in, inputName, n, bounds);
-  Group greater;
-  Group less;
-  Group equal;
-  greater.size(counts.greater, n);
-  less.size(counts.less, n);
-  equal.size(counts.equal, n);
-  rewind(in);
+  // Pass 2: counts, the balance rule, the status lines and the sections.
+  long less = 0, greater = 0, equal = 0;
+  std::string current;
+  skipToConstraints(in);
+  while (std::getline(in, line)) {
+    if (has(line, kSections)) {
+      current = line;
+      break;
+    }
+    if (has(line, "<=")) {
+      ++less;
+    } else if (has(line, ">=")) {
+      ++greater;
+    } else if (has(line, "=")) {
+      ++equal;
+    } else if (!line.empty()) {
+      reportFailure("The file [ " + inputName + " ] is incomplete!");
+    }
+  }
+  if (less != greater) reportFailure("The amount of <= and >= equations differ!");
+  statusLine("InEquations: ", less);
+  statusLine("Equations: ", equal);
+  statusLine("Variables: ", n);
+  Vector<QQ> lower, upper;
+  lower.resize(n, false), upper.resize(n, false);
+  for (long i = 1; i <= n; ++i) lower.at(i) = upper.at(i) = QQ::infinity();
+  readSections(in, n, current, lower, upper);
+  Group groups[3];  // ">=", "<=", "="
+  const long counts[3] = {greater, less, equal};
+  for (int g = 0; g < 3; ++g) {
+    groups[g].rows.setZero(counts[g], n), groups[g].rhs.resize(counts[g], false);
+  }
+  rewind();
 
-  Objective objective;
-  readObjective(in, n, objective);
-  rewind(in);
+  // Pass 3: the objective.
+  std::string text;
+  while (std::getline(in, line) && !has(line, "Subject To")) text += line + "\n";
+  Vector<QQ> sense;
+  Matrix<QQ> objective(",", false, false);
+  const std::string body = replacePattern(text, "(Min|Max)(.|\r|\n)*:", "");
+  if (body != text) {
+    sense.resize(1, false);
+    sense.at(1) = search(text, "min(.|\r|\n)*:", false) ? QQ::minusInfinity() : QQ::infinity();
+    QQ constant;
+    Vector<QQ> row;
+    const std::string rest = parseSide(body, n, constant, row);
+    if (!rest.empty()) reportFailure("Objective function error: relation sign found!");
+    objective.setZero(1, n);
+    objective.at(1) = row;
+  }
+  rewind();
 
-  readConstraints(in, n, greater, less, equal);
+  // Pass 4: every constraint line into its group (filing beyond the count fails in at()).
+  skipToConstraints(in);
+  while (std::getline(in, line) && !has(line, kSections)) {
+    if (line.empty()) continue;
+    QQ left, right;
+    Vector<QQ> a, b;
+    const std::string rest = parseSide(line, n, left, a);
+    if (rest.empty()) reportFailure("relation error: no sign found!");
+    const int g = has(rest, ">=") ? 0 : has(rest, "<=") ? 1 : 2;
+    QQ value = g == 1 ? left : -left;
+    Vector<QQ> row = a;
+    parseSide(rest, n, right, b);
+    value = value + right;
+    row -= b;
+    ++groups[g].filled;
+    groups[g].rows.at(groups[g].filled) = row;
+    groups[g].rhs.at(groups[g].filled) = value;
+  }
   in.close();
 
-  Matrix<QQ> inequalities(",", false, false);
-  Vector<QQ> lowerSides;
-  Vector<QQ> upperSides;
-  mergeInequalities(greater, less, inequalities, lowerSides, upperSides);
+  // Each ">=" row takes the first equal "<=" row left, which the last one replaces.
+  Group& ge = groups[0];
+  Group& le = groups[1];
+  long remaining = le.filled;
+  Vector<QQ> upperOfGe;
+  upperOfGe.resize(ge.filled, false);
+  for (long i = 1; i <= ge.filled; ++i) {
+    upperOfGe.at(i) = QQ::infinity();
+    for (long j = 1; j <= remaining; ++j) {
+      if (!(ge.rows.at(i) == le.rows.at(j))) continue;
+      upperOfGe.at(i) = le.rhs.at(j);
+      le.rows.at(j) = le.rows.at(remaining);
+      le.rhs.at(j) = le.rhs.at(remaining);
+      --remaining;
+      break;
+    }
+  }
+  const long r = ge.filled + remaining;
+  Matrix<QQ> system(",", false, false);
+  Vector<QQ> lowerSides, upperSides;
+  system.resize(r, false), lowerSides.resize(r, false), upperSides.resize(r, false);
+  for (long i = 1; i <= r; ++i) {
+    const bool paired = i <= ge.filled;
+    system.at(i) = paired ? ge.rows.at(i) : le.rows.at(i - ge.filled);
+    lowerSides.at(i) = paired ? ge.rhs.at(i) : QQ::minusInfinity();
+    upperSides.at(i) = paired ? upperOfGe.at(i) : le.rhs.at(i - ge.filled);
+  }
   Vector<long> integers;
   integers.resize(n, false);
   for (long i = 1; i <= n; ++i) integers.at(i) = 0;
 
   setFullPrecision(out);
-  out << objective.sense << newline;
-  out << objective.coefficients << newline;
-  out << newline;
-  out << equal.rows << newline;
-  out << equal.rhs << newline;
-  out << "[ ]" << newline;
-  out << newline;
-  out << inequalities << newline;
-  out << lowerSides << newline;
-  out << upperSides << newline;
-  out << newline;
-  out << integers << newline;
-  out << bounds.lower << newline;
-  out << bounds.upper << newline;
+  out << sense << newline << objective << newline << newline;
+  out << groups[2].rows << newline << groups[2].rhs << newline << "[ ]" << newline << newline;
+  out << system << newline << lowerSides << newline << upperSides << newline << newline;
+  out << integers << newline << lower << newline << upper << newline;
+  // A failed write or close leaves an empty file and a failure.
+  out.close();
+  if (!out) {
+    std::ofstream(outputName).close();
+    reportFailure("The output file [ " + outputName + " ] could not be written!");
+  }
   return 0;
 }
 

@@ -2,12 +2,16 @@
 // One-based growable arrays with owned storage and checked access.
 //
 // Storage has capacity + 1 slots; element i lives in slot i and slot 0 exists but holds no
-// element (it is copied along on growth all the same). Growth is by copy assignment, slot by
-// slot, never by moving. Misuse ends the process through reportFailure.
+// element (it is carried along on growth all the same). Growth leaves every slot as copying it
+// would, but moves it (rows keep a copy's capacity, see takeAsCopy). Misuse ends the process
+// through reportFailure.
 
+#include <cstddef>
 #include <limits>
 #include <new>
 #include <type_traits>
+#include <utility>
+#include <vector>
 
 #include <lpconv/containers/messages.h>
 #include <lpconv/util/failure.h>
@@ -15,6 +19,33 @@
 namespace lpconv {
 
 static_assert(sizeof(long) == 8, "dimensions and capacities are signed 64-bit");
+
+namespace detail {
+
+// count value-initialised slots from one array-new. A count whose byte size (with the array
+// cookie of class elements) cannot be represented throws std::bad_array_new_length for every
+// element type: GCC checks that only for scalars and hands class arrays to operator new as is.
+template <typename T>
+T* newSlots(long count) {
+  constexpr std::size_t kMaxBytes = std::numeric_limits<std::size_t>::max() - sizeof(std::size_t);
+  if (count < 0 || static_cast<std::size_t>(count) > kMaxBytes / sizeof(T)) {
+    throw std::bad_array_new_length();
+  }
+  return new T[static_cast<std::size_t>(count)]();
+}
+
+// Moves a slot into fresh storage so that it looks exactly as a copy would: containers provide
+// takeAsCopy (the copy's capacity and settings without copying the elements), values move.
+template <typename T>
+void relocateSlot(T& to, T& from) {
+  if constexpr (requires { to.takeAsCopy(from); }) {
+    to.takeAsCopy(from);
+  } else {
+    to = std::move(from);
+  }
+}
+
+}  // namespace detail
 
 template <typename T>
 class Array {
@@ -56,16 +87,9 @@ class Array {
       dimension = n;
       return;
     }
-    // Keeps n + 100 + 1 from overflowing; larger byte counts fail in the new-expression.
+    // Keeps n + 100 + 1 from overflowing; larger byte counts fail in newSlots.
     if (n > kMaxElements - kReserve - 1) throw std::bad_array_new_length();
-    const long newCapacity = reserveExtra ? n + kReserve : n;
-    T* fresh = new T[static_cast<unsigned long>(newCapacity) + 1]();
-    if (elements != nullptr) {
-      for (long i = 0; i <= dimension; ++i) fresh[i] = elements[i];
-    }
-    delete[] elements;
-    elements = fresh;
-    capacity = newCapacity;
+    moveToFreshStorage(reserveExtra ? n + kReserve : n);
     dimension = n;
   }
 
@@ -96,7 +120,62 @@ class Array {
   // The storage (slot 0 first), or null when nothing was ever allocated.
   const T* data() const { return elements; }
 
+  // Takes other's storage, leaving *this exactly as a copy assignment from other into an array
+  // without storage would (the same slots 0..dimension, capacity equal to other's dimension),
+  // without copying a single element. other is left empty without storage. *this must have no
+  // storage. The spare slots beyond the new capacity stay allocated but can no longer be reached:
+  // every resize beyond the capacity allocates afresh.
+  void takeAsCopy(Array& other) noexcept {
+    elements = std::exchange(other.elements, nullptr);
+    dimension = std::exchange(other.dimension, 0);
+    capacity = dimension;
+    other.capacity = 0;
+  }
+
  protected:
+  // Collects the elements a reader appends, leaving dimension, capacity and every slot as the
+  // literal one-element-at-a-time growth would, in time linear in the element count. Slots within
+  // the capacity are used in place (they keep their old values until written); beyond it the
+  // elements go to a spill area, value-initialised like fresh storage, and finish() moves
+  // everything into one allocation of the capacity the caller computes from the literal growth.
+  // Until finish() the array holds only the in-place part, so an exception thrown by a failure
+  // handler leaves it valid (the spill is simply dropped).
+  class Appender {
+   public:
+    explicit Appender(Array& array) : array(array) {}
+
+    // The slot of the next element.
+    T& next() {
+      if (spill.empty() && array.dimension < array.capacity) return array.elements[++array.dimension];
+      return spill.emplace_back();
+    }
+    long count() const { return array.dimension + static_cast<long>(spill.size()); }
+    // The capacity the in-place part ends at; the spill starts beyond it.
+    long inPlaceCapacity() const { return array.capacity; }
+    // Moves the spill into fresh storage of newCapacity + 1 slots (newCapacity >= count()).
+    void finish(long newCapacity) {
+      if (spill.empty()) return;
+      array.moveToFreshStorage(newCapacity);
+      for (T& element : spill) detail::relocateSlot(array.elements[++array.dimension], element);
+      spill.clear();
+    }
+
+   private:
+    Array& array;
+    std::vector<T> spill;
+  };
+
+  // Replaces the storage by newCapacity + 1 fresh slots, relocating slots 0..dimension into them.
+  void moveToFreshStorage(long newCapacity) {
+    T* fresh = detail::newSlots<T>(newCapacity + 1);
+    if (elements != nullptr) {
+      for (long i = 0; i <= dimension; ++i) detail::relocateSlot(fresh[i], elements[i]);
+    }
+    delete[] elements;
+    elements = fresh;
+    capacity = newCapacity;
+  }
+
   long dimension = 0;
   T* elements = nullptr;
   long capacity = 0;
@@ -111,7 +190,7 @@ class Array {
 
   // Slot 0 of an array without storage: at(0) must hand out a real object.
   void allocateSlotZero() {
-    elements = new T[1]();
+    elements = detail::newSlots<T>(1);
     capacity = 0;
   }
   static const T& emptySlot() {
@@ -122,7 +201,7 @@ class Array {
   void assign(const Array& other) {
     if (this == &other) return;
     if (other.dimension > capacity || (elements == nullptr && other.elements != nullptr)) {
-      T* fresh = new T[static_cast<unsigned long>(other.dimension) + 1]();
+      T* fresh = detail::newSlots<T>(other.dimension + 1);
       delete[] elements;
       elements = fresh;
       capacity = other.dimension;

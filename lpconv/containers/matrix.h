@@ -42,7 +42,8 @@ class Matrix : public ConversionArray<Vector<T>>, public Serializable {
   // first non-blank character is not "[" the matrix stays empty. The first non-empty row sets
   // the column count; a longer row later reports "Matrix row dimension mismatch". A shorter
   // row is brought to the column count when another row follows and kept short when it is the
-  // last. A matrix whose rows are all empty has no rows. Reports "Matrix: bad stream" when is
+  // last. A matrix whose rows are all empty has no rows. Every row count, capacity and setting
+  // ends as the literal resize before each row leaves it, in time linear in the text. Reports "Matrix: bad stream" when is
   // has already failed, "Matrix: bad input" when a row does not start with "[" (also at the
   // end of the input) or the stream fails while reading it; the row's own messages apply.
   void deserialize(std::istream& is) override {
@@ -58,7 +59,7 @@ class Matrix : public ConversionArray<Vector<T>>, public Serializable {
     char c = 0;
     if (opening == detail::Opening::elements) {
       for (long r = 1;; ++r) {
-        resize(r, columns, true);
+        addRow(r);
         // A row reader facing anything but "[" reads an empty row and consumes nothing, so
         // without this check the loop would never end.
         skipDelimitersAndComments(is, whitespace, &c);
@@ -132,6 +133,20 @@ class Matrix : public ConversionArray<Vector<T>>, public Serializable {
   long getColumns() const { return columns; }
 
  private:
+  // resize(r, columns, true) for the reader's next row r, given that rows 0..r - 2 already have
+  // the column count: only the row just read (which may be shorter) and the new row can change,
+  // so the other rows are not visited again.
+  void addRow(long r) {
+    if (r > this->dimension) {
+      const long old = this->dimension;
+      ConversionArray<Vector<T>>::resize(r, true);
+      for (long k = old + 1; k <= r; ++k) this->elements[k].resize(columns, true);
+    }
+    this->dimension = r;
+    this->elements[r - 1].resize(columns, true);
+    this->elements[r].resize(columns, true);
+  }
+
   long columns = 0;
 };
 

@@ -7,6 +7,7 @@
 
 #include <sstream>
 #include <string>
+#include <type_traits>
 
 #include <lpconv/containers/array.h>
 #include <lpconv/containers/messages.h>
@@ -37,6 +38,15 @@ class SerializableArray : public ConversionArray<T>, public Serializable {
   SerializableArray& operator=(const SerializableArray&) = default;
   ~SerializableArray() override = default;
 
+  // Array::takeAsCopy, and the settings as a copy assignment gives them (other gets the old
+  // ones of *this: it is left without storage and about to go).
+  void takeAsCopy(SerializableArray& other) noexcept {
+    Array<T>::takeAsCopy(other);
+    delimiters.swap(other.delimiters);
+    allowComments = other.allowComments;
+    secondFlag = other.secondFlag;
+  }
+
   // Returns os. "[ 1,2,3 ]" for the delimiters ", "; an empty array is "[ ]" (or "[\n]").
   std::ostream& serialize(std::ostream& os) const override {
     const char* lead = delimiters.find('\n') != std::string::npos ? "\n" : " ";
@@ -58,7 +68,8 @@ class SerializableArray : public ConversionArray<T>, public Serializable {
   // nothing: "[1 2]" is the one element 12. A backslash makes the next character literal.
   // Element text is read with the element's stream extraction; a failed extraction is not
   // checked. At the end of the input the pending token still becomes an element, the read stops
-  // and the stream's fail bit is set.
+  // and the stream's fail bit is set. The storage grows as if by one element at a time without
+  // spare slots (to max(capacity, element count)), but in linear time.
   void deserialize(std::istream& is) override {
     char c = 0;
     skipDelimiters(is, " \t\r\n", true, c);
@@ -68,15 +79,18 @@ class SerializableArray : public ConversionArray<T>, public Serializable {
     is.get();
     bool firstToken = true;
     Stop stop = Stop::kDelimiter;
+    typename Array<T>::Appender appender(*this);
     while (stop == Stop::kDelimiter) {
       std::string token;
       stop = readToken(is, token, previous, firstToken);
       if (stop != Stop::kDelimiter && token.empty()) break;
-      this->resize(this->dimension + 1, false);
+      T& element = appender.next();
+      if constexpr (std::is_integral_v<T>) element = 0;
       std::istringstream text(detail::unescapeDelimiters(token, delimiters));
-      text >> this->elements[this->dimension];
+      text >> element;
       firstToken = false;
     }
+    appender.finish(appender.count());
     if (stop == Stop::kBracket) {
       is.get();
     } else {

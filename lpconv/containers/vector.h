@@ -4,8 +4,12 @@
 #include <istream>
 #include <ostream>
 
+#include <type_traits>
+
+#include <lpconv/containers/element_reader.h>
 #include <lpconv/containers/messages.h>
 #include <lpconv/containers/serializable_array.h>
+#include <lpconv/containers/stream_cursor.h>
 #include <lpconv/numbers/qq.h>
 #include <lpconv/util/exceptions.h>
 #include <lpconv/util/failure.h>
@@ -89,7 +93,10 @@ class Vector : public SerializableArray<T> {
   // Empties the vector, then reads "[ e1 e2 ... ]". White space and comments may stand before
   // "[" and between elements; when the next character is not "[" the vector stays empty and
   // only white space and comments are consumed. "inf" and "-inf" are accepted; a "-" before an
-  // element negates what the element's own extraction reads ("--5" is 5).
+  // element negates what the element's own extraction reads ("--5" is 5; the negation of the
+  // lowest long is itself). The storage grows as if by one element at a time with 100 spare
+  // slots (k elements read into capacity c leave c when k <= c, else c + 101 * ceil((k - c) /
+  // 101)), but in linear time.
   // Throws ReadException("Vector: bad stream") when is has already failed. Reports "Vector: bad
   // input" for an element that does not read (including the end of the input), "Vector: bad
   // input2" for "i" not followed by "n" and "Vector: bad input3" for "in" not followed by "f".
@@ -97,35 +104,49 @@ class Vector : public SerializableArray<T> {
     this->resize(0, true);
     if (is.fail()) throw ReadException(messages::kVectorBadStream);
     if (detail::openBrackets(is) != detail::Opening::elements) return;
-    const std::string& whitespace = detail::containerWhitespace();
+    detail::StreamCursor cursor(is);
+    bool plainDecimal = false;
+    if constexpr (std::is_same_v<T, long>) plainDecimal = detail::isPlainDecimalStream(is);
+    typename Array<T>::Appender appender(*this);
     char c = 0;
     for (;;) {
-      this->resize(this->dimension + 1, true);
-      T& element = this->elements[this->dimension];
-      peekChar(is, c);
+      T& element = appender.next();
+      if constexpr (std::is_integral_v<T>) element = 0;
+      cursor.peekChar(c);
       const bool negative = c == '-';
       if (negative) {
-        is.get();
-        peekChar(is, c);
+        cursor.advance();
+        cursor.peekChar(c);
       }
       if (c != 'i') {
-        is >> element;
+        if constexpr (std::is_same_v<T, long>) {
+          if (plainDecimal) {
+            detail::extractDecimalLong(cursor, element);
+          } else {
+            is >> element;
+          }
+        } else {
+          detail::extractElement(cursor, element);
+        }
         if (is.fail()) reportFailure(messages::kVectorBadInput);
       } else {
-        is.get();
-        if (!peekChar(is, c) || c != 'n') reportFailure(messages::kVectorBadInput2);
-        is.get();
-        if (!peekChar(is, c) || c != 'f') reportFailure(messages::kVectorBadInput3);
-        is.get();
+        cursor.advance();
+        if (!cursor.peekChar(c) || c != 'n') reportFailure(messages::kVectorBadInput2);
+        cursor.advance();
+        if (!cursor.peekChar(c) || c != 'f') reportFailure(messages::kVectorBadInput3);
+        cursor.advance();
         element = detail::infinityValue<T>();
       }
-      if (negative) element = -element;
-      skipDelimitersAndComments(is, whitespace, &c);
-      if (peekChar(is, c) && c == ']') {
-        is.get();
-        return;
+      if (negative) element = detail::negated(element);
+      cursor.skipWhitespaceAndComments(c);
+      if (cursor.peekChar(c) && c == ']') {
+        cursor.advance();
+        break;
       }
     }
+    const long spilled = appender.count() - appender.inPlaceCapacity();
+    appender.finish(appender.inPlaceCapacity() + (spilled + this->kReserve) / (this->kReserve + 1) *
+                                                     (this->kReserve + 1));
   }
 
   // Element-wise subtraction in place. Reports "Vector: dimension mismatch2" when the

@@ -1,0 +1,135 @@
+#pragma once
+// One element of a vector text, read exactly as the element's stream extraction reads it (value,
+// stream state, position) but through the stream buffer: plain integers, the bulk of every file
+// the converter writes, never touch the general number parser or a stream call per character.
+
+#include <gmp.h>
+
+#include <climits>
+#include <cstdint>
+#include <ios>
+#include <istream>
+#include <locale>
+#include <string>
+
+#include <lpconv/containers/stream_cursor.h>
+#include <lpconv/numbers/qq.h>
+
+namespace lpconv::detail {
+
+// Any other element type: its own extraction.
+template <typename T>
+void extractElement(StreamCursor& cursor, T& x) {
+  cursor.stream() >> x;
+}
+
+// QQ's extraction: white space and comments, the token of characters "+" to ":", an "inf"
+// completion, then the text parser. A token that is an optional sign and a decimal integer
+// without leading zeros of at most 18 digits is set directly: the parser keeps such an integer
+// as read (a "-0" stays positive).
+inline void extractElement(StreamCursor& cursor, QQ& x) {
+  char c = 0;
+  cursor.skipWhitespaceAndComments(c);
+  std::string token;
+  for (int ch = cursor.peek(); ch >= '+' && ch <= ':'; ch = cursor.peek()) {
+    token.push_back(static_cast<char>(ch));
+    cursor.advance();
+  }
+  if (cursor.peek() == 'i') {
+    // An "i" or "in" that is not completed is consumed all the same.
+    cursor.advance();
+    if (cursor.peek() == 'n') {
+      cursor.advance();
+      if (cursor.peek() == 'f') {
+        token.append("inf");
+        cursor.advance();
+      }
+    }
+  }
+  const std::size_t signs = !token.empty() && (token[0] == '-' || token[0] == '+') ? 1 : 0;
+  const std::size_t digits = token.size() - signs;
+  bool plain = digits >= 1 && digits <= 18 && (token[signs] != '0' || digits == 1);
+  std::uint64_t value = 0;
+  for (std::size_t i = signs; plain && i < token.size(); ++i) {
+    const char d = token[i];
+    plain = d >= '0' && d <= '9';
+    value = value * 10 + static_cast<std::uint64_t>(d - '0');
+  }
+  if (!plain) {
+    x = QQ(token);
+    return;
+  }
+  x.isInf = false;
+  x.isPositive = token[0] != '-' || value == 0;
+  if (value != 0) {
+    mpz_set_ui(x.ganze.value, value);
+  } else if (mpz_sgn(x.ganze.value) != 0) {
+    mpz_set_ui(x.ganze.value, 0);
+  }
+  if (mpz_sgn(x.zaehler.value) != 0) mpz_set_ui(x.zaehler.value, 0);
+  if (mpz_cmp_ui(x.nenner.value, 1) != 0) mpz_set_ui(x.nenner.value, 1);
+}
+
+// Whether `is >> long` is the plain decimal reading that the long reader below mirrors.
+inline bool isPlainDecimalStream(std::istream& is) {
+  return (is.flags() & std::ios::skipws) && (is.flags() & std::ios::basefield) == std::ios::dec &&
+         is.getloc() == std::locale::classic();
+}
+
+// `is >> x` for a long on a stream for which isPlainDecimalStream holds: the sentry's white
+// space skip, an optional sign, decimal digits; no digits give 0 and the fail bit, too many give
+// the nearest limit and the fail bit; reaching the end sets the eof bit. A sentry that fails
+// leaves x alone.
+inline void extractDecimalLong(StreamCursor& cursor, long& x) {
+  std::istream& is = cursor.stream();
+  if (!is.good()) {
+    is.setstate(std::ios::failbit);
+    return;
+  }
+  std::streambuf& buffer = cursor.rawBuffer();
+  constexpr int kEnd = StreamCursor::kEnd;
+  int c = buffer.sgetc();
+  while (c == ' ' || (c >= '\t' && c <= '\r')) c = buffer.snextc();
+  if (c == kEnd) {
+    is.setstate(std::ios::eofbit | std::ios::failbit);
+    return;
+  }
+  const bool negative = c == '-';
+  if (negative || c == '+') c = buffer.snextc();
+  const std::uint64_t limit = negative ? std::uint64_t{1} << 63 : (std::uint64_t{1} << 63) - 1;
+  std::uint64_t value = 0;
+  bool any = false;
+  bool overflow = false;
+  for (; c >= '0' && c <= '9'; c = buffer.snextc()) {
+    any = true;
+    const auto d = static_cast<std::uint64_t>(c - '0');
+    if (overflow || value > (limit - d) / 10) {
+      overflow = true;
+    } else {
+      value = value * 10 + d;
+    }
+  }
+  std::ios::iostate state = c == kEnd ? std::ios::eofbit : std::ios::goodbit;
+  if (!any) {
+    x = 0;
+    state |= std::ios::failbit;
+  } else if (overflow) {
+    x = negative ? LONG_MIN : LONG_MAX;
+    state |= std::ios::failbit;
+  } else {
+    x = static_cast<long>(negative ? 0 - value : value);
+  }
+  if (state != std::ios::goodbit) is.setstate(state);
+}
+
+// Negation in two's complement: the negation of LONG_MIN is LONG_MIN, without overflow.
+template <typename T>
+T negated(const T& x) {
+  if constexpr (std::is_integral_v<T>) {
+    return static_cast<T>(0 - static_cast<std::make_unsigned_t<T>>(x));
+  } else {
+    return -x;
+  }
+}
+
+}  // namespace lpconv::detail

@@ -6,17 +6,28 @@ namespace {
 
 const char* itemTitle(OptItem item) {
   switch (item) {
-    case OptItem::sense: return "objective sense";
-    case OptItem::objective: return "objective";
-    case OptItem::equations: return "equation matrix";
-    case OptItem::equationRhs: return "equation right-hand sides";
-    case OptItem::reserved: return "empty array";
-    case OptItem::inequalities: return "inequality matrix";
-    case OptItem::lower: return "inequality lower sides";
-    case OptItem::upper: return "inequality upper sides";
-    case OptItem::integers: return "integer vector";
-    case OptItem::variableLower: return "variable lower bounds";
-    case OptItem::variableUpper: return "variable upper bounds";
+    case OptItem::sense:
+      return "objective sense";
+    case OptItem::objective:
+      return "objective";
+    case OptItem::equations:
+      return "equation matrix";
+    case OptItem::equationRhs:
+      return "equation right-hand sides";
+    case OptItem::reserved:
+      return "empty array";
+    case OptItem::inequalities:
+      return "inequality matrix";
+    case OptItem::lower:
+      return "inequality lower sides";
+    case OptItem::upper:
+      return "inequality upper sides";
+    case OptItem::integers:
+      return "integer vector";
+    case OptItem::variableLower:
+      return "variable lower bounds";
+    case OptItem::variableUpper:
+      return "variable upper bounds";
   }
   return "";
 }
@@ -33,7 +44,9 @@ std::string optItemName(OptItem item) {
   return "item " + std::to_string(static_cast<int>(item)) + " (" + itemTitle(item) + ")";
 }
 
-std::string optFileMissing(OptItem item) { return kOptFilePrefix + optItemName(item) + kOptFileMissing; }
+std::string optFileMissing(OptItem item) {
+  return kOptFilePrefix + optItemName(item) + kOptFileMissing;
+}
 
 std::string optFileSenseValue() {
   return kOptFilePrefix + optItemName(OptItem::sense) + kOptFileSenseValue;

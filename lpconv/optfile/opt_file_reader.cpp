@@ -1,9 +1,10 @@
+#include <lpconv/optfile/opt_file.h>
+
 #include <string>
 #include <utility>
 
 #include <lpconv/containers/messages.h>
 #include <lpconv/optfile/messages.h>
-#include <lpconv/optfile/opt_file.h>
 #include <lpconv/util/failure.h>
 #include <lpconv/util/stream_helpers.h>
 
@@ -82,8 +83,7 @@ MatrixShape streamMatrix(std::istream& is, OptItem item, RowObserver& observer) 
   return shape;
 }
 
-MatrixShape readMatrix(std::istream& is, OptItem item, Matrix<QQ>& matrix,
-                       RowObserver* observer) {
+MatrixShape readMatrix(std::istream& is, OptItem item, Matrix<QQ>& matrix, RowObserver* observer) {
   expectItem(is, item);
   if (observer != nullptr) return streamMatrix(is, item, *observer);
   matrix.deserialize(is);
@@ -122,9 +122,9 @@ void checkShape(OptFile& file, MatrixShape objective, MatrixShape equations,
   // n comes from the first matrix with a row, else from the integer vector.
   long n = file.integers.getDimension();
   OptItem nFrom = OptItem::integers;
-  for (const auto& [item, shape] : {std::pair{OptItem::objective, objective},
-                                    std::pair{OptItem::equations, equations},
-                                    std::pair{OptItem::inequalities, inequalities}}) {
+  for (const auto& [item, shape] :
+       {std::pair{OptItem::objective, objective}, std::pair{OptItem::equations, equations},
+        std::pair{OptItem::inequalities, inequalities}}) {
     if (shape.rows > 0) {
       n = shape.columns;
       nFrom = item;

@@ -1,11 +1,11 @@
 // The summary's own arithmetic: text lengths without writing, and the kinds of rows and bounds.
 
+#include "summary.h"
+
 #include <gtest/gtest.h>
 
 #include <sstream>
 #include <string>
-
-#include "summary.h"
 
 namespace lpconv {
 namespace {

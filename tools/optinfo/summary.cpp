@@ -54,8 +54,8 @@ void OptSummary::addFile(const OptFile& file) {
   for (long r = 1; r <= file.inequalities.getRows(); ++r) {
     row(OptItem::inequalities, file.inequalities[r]);
   }
-  for (const Vector<QQ>* v : {&file.equationRhs, &file.lower, &file.upper, &file.variableLower,
-                              &file.variableUpper}) {
+  for (const Vector<QQ>* v :
+       {&file.equationRhs, &file.lower, &file.upper, &file.variableLower, &file.variableUpper}) {
     addNumbers(*v);
   }
   for (long i = 1; i <= file.integers.getDimension(); ++i) {
@@ -91,11 +91,11 @@ void OptSummary::print(std::ostream& os) const {
   os << "sense:               " << sense << "\n"
      << "variables:           " << variables << "\n"
      << "equations:           " << equations << "\n"
-     << "inequalities:        " << twoSided + lowerOnly + upperOnly + freeRows
-     << " (two-sided " << twoSided << ", lower only " << lowerOnly << ", upper only " << upperOnly
-     << ", free " << freeRows << ")\n"
-     << "non-zeros:           objective " << objectiveNonZeros << ", equations "
-     << equationNonZeros << ", inequalities " << inequalityNonZeros << "\n"
+     << "inequalities:        " << twoSided + lowerOnly + upperOnly + freeRows << " (two-sided "
+     << twoSided << ", lower only " << lowerOnly << ", upper only " << upperOnly << ", free "
+     << freeRows << ")\n"
+     << "non-zeros:           objective " << objectiveNonZeros << ", equations " << equationNonZeros
+     << ", inequalities " << inequalityNonZeros << "\n"
      << "variable bounds:     free " << freeVariables << ", fixed " << fixed << ", lower only "
      << lowerBounded << ", upper only " << upperBounded << ", both " << bothBounded << ", 0-1 "
      << zeroOne << "\n"

@@ -61,7 +61,8 @@ void copyItem(std::istream& in, std::ostream& out) {
 // reader, each window's rows written back with the row writer, then the "]" line.
 void copyMatrixInWindows(std::istream& in, std::ostream& out, long rowsPerWindow) {
   std::string line;
-  timed(readSeconds, [&] { std::getline(in, line); });
+  // The previous item's reader stops after its "]": the rest of that line comes first.
+  timed(readSeconds, [&] { std::getline(in >> std::ws, line); });
   out << line << std::endl;
   for (bool done = false; !done;) {
     Matrix<QQ> window;

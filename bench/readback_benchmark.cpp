@@ -10,9 +10,9 @@
 // denominator's limb takes about 112 bytes). Memory use is then that of K rows.
 
 #include <chrono>
-#include <ctime>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <fstream>
 #include <iostream>
 #include <random>

@@ -44,9 +44,10 @@ class Matrix : public ConversionArray<Vector<T>>, public Serializable {
   // the column count; a longer row later reports "Matrix row dimension mismatch". A shorter
   // row is brought to the column count when another row follows and kept short when it is the
   // last. A matrix whose rows are all empty has no rows. Every row count, capacity and setting
-  // ends as the literal resize before each row leaves it, in time linear in the text. Reports "Matrix: bad stream" when is
-  // has already failed, "Matrix: bad input" when a row does not start with "[" (also at the
-  // end of the input) or the stream fails while reading it; the row's own messages apply.
+  // ends as the literal resize before each row leaves it, in time linear in the text. Reports
+  // "Matrix: bad stream" when is has already failed, "Matrix: bad input" when a row does not start
+  // with "[" (also at the end of the input) or the stream fails while reading it; the row's own
+  // messages apply.
   void deserialize(std::istream& is) override {
     if (this->elements != nullptr) {
       for (long r = 0; r <= this->dimension; ++r) this->elements[r].resize(0, true);
@@ -147,8 +148,7 @@ class Matrix : public ConversionArray<Vector<T>>, public Serializable {
   // looks at the capacity).
   class RowGrowth {
    public:
-    explicit RowGrowth(Matrix& m)
-        : m(m), slots(m.elements == nullptr ? 0 : m.capacity + 1) {}
+    explicit RowGrowth(Matrix& m) : m(m), slots(m.elements == nullptr ? 0 : m.capacity + 1) {}
 
     void addRow(long r) {
       if (r > m.capacity) {

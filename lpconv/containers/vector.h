@@ -145,8 +145,8 @@ class Vector : public SerializableArray<T> {
       }
     }
     const long spilled = appender.count() - appender.inPlaceCapacity();
-    appender.finish(appender.inPlaceCapacity() + (spilled + this->kReserve) / (this->kReserve + 1) *
-                                                     (this->kReserve + 1));
+    appender.finish(appender.inPlaceCapacity() +
+                    (spilled + this->kReserve) / (this->kReserve + 1) * (this->kReserve + 1));
   }
 
   // Element-wise subtraction in place. Reports "Vector: dimension mismatch2" when the

@@ -113,7 +113,7 @@ Coefficient subtract(const Coefficient& a, const Coefficient& b) {
       return fromFraction(static_cast<i128>(a.numerator()) - b.numerator(), 1);
     }
     const i128 numerator = static_cast<i128>(a.numerator()) * b.denominator() -
-                             static_cast<i128>(b.numerator()) * a.denominator();
+                           static_cast<i128>(b.numerator()) * a.denominator();
     return fromFraction(numerator, static_cast<i128>(a.denominator()) * b.denominator());
   }
   QQ r;
@@ -139,9 +139,9 @@ bool withinTolerance(const Coefficient& a, const Coefficient& b) {
     if (a.numerator() == b.numerator() && a.denominator() == b.denominator()) return true;
     // |a - b| <= 1/10^9  <=>  |an * bd - bn * ad| * 10^9 <= ad * bd.
     const i128 difference = static_cast<i128>(a.numerator()) * b.denominator() -
-                              static_cast<i128>(b.numerator()) * a.denominator();
-    const u128 denominators = static_cast<u128>(a.denominator()) *
-                                 static_cast<u128>(b.denominator());
+                            static_cast<i128>(b.numerator()) * a.denominator();
+    const u128 denominators =
+        static_cast<u128>(a.denominator()) * static_cast<u128>(b.denominator());
     return magnitude(difference) <= denominators / kToleranceDenominator;
   }
   return withinEqualityTolerance(a.toQQ(), b.toQQ());

@@ -128,13 +128,12 @@ class LessEqualIndex {
       // Rows within the tolerance differ in at most this many entries, each by 1/10^9 at most;
       // the second term covers the rounding of both sums.
       const dbl_t reach = static_cast<dbl_t>(row.entries().size() + maxEntries_);
-      const dbl_t bound = 2e-9L * reach * (1 + 1e-6L) +
-                          1e-17L * (reach + 4) * (p.magnitude + 1 + 2e-9L * reach);
+      const dbl_t bound =
+          2e-9L * reach * (1 + 1e-6L) + 1e-17L * (reach + 4) * (p.magnitude + 1 + 2e-9L * reach);
       const IndexKey from{p.infinities, p.sum - bound};
-      auto it = std::lower_bound(index_.begin(), index_.end(), from,
-                                 [](const auto& entry, const IndexKey& key) {
-                                   return entry.first < key;
-                                 });
+      auto it = std::lower_bound(
+          index_.begin(), index_.end(), from,
+          [](const auto& entry, const IndexKey& key) { return entry.first < key; });
       for (; it != index_.end() && it->first.infinities == p.infinities &&
              it->first.sum <= p.sum + bound;
            ++it) {

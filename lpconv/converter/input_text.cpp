@@ -43,7 +43,8 @@ bool Lines::next(std::string_view& line) {
   const char* start = text_.data() + next_;
   const std::size_t left = text_.size() - next_;
   const void* feed = std::memchr(start, '\n', left);
-  const std::size_t length = feed ? static_cast<std::size_t>(static_cast<const char*>(feed) - start) : left;
+  const std::size_t length =
+      feed ? static_cast<std::size_t>(static_cast<const char*>(feed) - start) : left;
   line = std::string_view(start, length);
   next_ += feed ? length + 1 : length;
   return true;

@@ -148,9 +148,15 @@ VariableBounds readSections(std::string_view text, const ConstraintBlock& block,
   for (const SectionWord& section : kSectionWords) {
     if (!containsIgnoringCase(current, section.word)) continue;
     switch (section.section) {
-      case Section::kBound: current = readSection(lines, boundLine); break;
-      case Section::kGeneral: current = readSection(lines, generalLine); break;
-      case Section::kBinary: current = readSection(lines, binaryLine); break;
+      case Section::kBound:
+        current = readSection(lines, boundLine);
+        break;
+      case Section::kGeneral:
+        current = readSection(lines, generalLine);
+        break;
+      case Section::kBinary:
+        current = readSection(lines, binaryLine);
+        break;
     }
   }
   return bounds;

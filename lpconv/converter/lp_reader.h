@@ -16,7 +16,7 @@ long discoverVariables(std::string_view text);
 // What the counting of pass 2 leaves for the sections.
 struct ConstraintBlock {
   RowCounts counts;
-  std::string_view sectionLine;  // the line that ended the block; empty at the end of the text
+  std::string_view sectionLine;      // the line that ended the block; empty at the end of the text
   std::size_t afterSectionLine = 0;  // where the lines after it start
 };
 

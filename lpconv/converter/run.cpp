@@ -46,12 +46,14 @@ void writeOutput(int output, const std::string& outputName, const LpModel& model
   }
   if (!written) {
     // The file is left empty even when truncating fails: nothing more can be done about it.
-    if (::ftruncate(output, 0) != 0) {}
+    if (::ftruncate(output, 0) != 0) {
+    }
     ::close(output);
     reportFailure(messages::outputNotWritten(outputName));
   }
   if (::close(output) != 0) {
-    if (::truncate(outputName.c_str(), 0) != 0) {}
+    if (::truncate(outputName.c_str(), 0) != 0) {
+    }
     reportFailure(messages::outputNotWritten(outputName));
   }
 }

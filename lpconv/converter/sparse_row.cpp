@@ -26,7 +26,8 @@ void SparseRow::finish() {
     }
     std::size_t out = 0;
     for (std::size_t i = 0; i < entries_.size(); ++i) {
-      const bool overwritten = i + 1 < entries_.size() && entries_[i + 1].index == entries_[i].index;
+      const bool overwritten =
+          i + 1 < entries_.size() && entries_[i + 1].index == entries_[i].index;
       if (overwritten || entries_[i].value.isZero()) continue;
       if (out != i) entries_[out] = std::move(entries_[i]);
       ++out;

@@ -11,7 +11,7 @@
 namespace lpconv {
 
 struct RowEntry {
-  long index;  // 1..n
+  long index;         // 1..n
   Coefficient value;  // never zero once the row is finished
 };
 

@@ -10,7 +10,9 @@ namespace lpconv {
 inline bool isDigit(char c) { return c >= '0' && c <= '9'; }
 // The C locale's white space, as string-to-double and string-to-integer skip it.
 inline bool isSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
-inline char foldCase(char c) { return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c; }
+inline char foldCase(char c) {
+  return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c;
+}
 
 // base-10 string-to-integer (C strtol with base 10) on `text`: leading white space, a sign,
 // digits; saturates at the long range; 0 when no digits follow. `text` is NUL-terminated.

@@ -17,7 +17,10 @@ FailureHandler installedHandler = nullptr;
 // the tied standard output is flushed before standard error is written.
 template <typename Message>
 [[noreturn]] void writeFailure(const Message& message) {
-  std::cerr << "" << "\n" << "" << "*** FAIL: " << message << endLine() << "";
+  std::cerr << ""
+            << "\n"
+            << ""
+            << "*** FAIL: " << message << endLine() << "";
   lastOutputTime = std::time(nullptr);
   terminateWithFailure();
 }

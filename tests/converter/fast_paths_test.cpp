@@ -33,10 +33,13 @@ const T& pick(const std::vector<T>& from) {
 // Short texts of the pieces the patterns care about, so that near misses are common.
 std::string randomText() {
   static const std::vector<std::string> pieces = {
-      "Min", "Max", "min", "MAX", "mIn", "Mi", ":", ":", "x", "X", "x1", "X23", "0", "7", " ",
-      "\t", "\r", "\n", "+", "-", "--", "+-", "-+", "++", "<=", ">=", "=", "<", ">", "lp", ".",
-      "a", "Subject To", "subject to", "SUBJECT TO", "Subject  To", "Subjec", "Bound", "bounds",
-      "GEN", "gen", "bin", "BIN", "Bi", "Ge", "Boun", "o", "b", "\x80", "\xff"};
+      "Min",        "Max",        "min",        "MAX",         "mIn",    "Mi",    ":",      ":",
+      "x",          "X",          "x1",         "X23",         "0",      "7",     " ",      "\t",
+      "\r",         "\n",         "+",          "-",           "--",     "+-",    "-+",     "++",
+      "<=",         ">=",         "=",          "<",           ">",      "lp",    ".",      "a",
+      "Subject To", "subject to", "SUBJECT TO", "Subject  To", "Subjec", "Bound", "bounds", "GEN",
+      "gen",        "bin",        "BIN",        "Bi",          "Ge",     "Boun",  "o",      "b",
+      "\x80",       "\xff"};
   std::string text;
   for (long i = uniform(0, 12); i > 0; --i) text += pick(pieces);
   return text;
@@ -59,8 +62,8 @@ TEST(FastPathTest, LineMatchersAgreeWithTheRegularExpressions) {
     ASSERT_EQ(removed, replacePattern(text, "(Min|Max)(.|\r|\n)*:", "")) << text;
     ASSERT_EQ(changed, removed != text) << text;
     std::string normal = replacePattern(text, "( |\t|\r|\n)", "");
-    for (const auto& [from, to] : {std::pair{"\\+-", "-"}, {"-\\+", "-"}, {"--", "+"},
-                                   {"\\+\\+", "+"}}) {
+    for (const auto& [from, to] :
+         {std::pair{"\\+-", "-"}, {"-\\+", "-"}, {"--", "+"}, {"\\+\\+", "+"}}) {
       normal = replacePattern(normal, from, to);
     }
     ASSERT_EQ(normaliseExpression(text), normal) << text;
@@ -80,8 +83,9 @@ TEST(FastPathTest, NumberReaderEqualsTheLiteralRoute) {
     const long form = uniform(0, 3);
     std::string text = form == 0   ? digits(uniform(1, 18))
                        : form == 1 ? digits(uniform(0, 5)) + "." + digits(uniform(0, 20))
-                       : form == 2 ? digits(uniform(1, 4)) + "e" + pick(std::vector<std::string>{
-                                         "", "-", "+"}) + digits(uniform(0, 3))
+                       : form == 2 ? digits(uniform(1, 4)) + "e" +
+                                         pick(std::vector<std::string>{"", "-", "+"}) +
+                                         digits(uniform(0, 3))
                                    : digits(uniform(0, 25));
     text += pick(followers);
     std::ostringstream literal;
@@ -97,16 +101,26 @@ QQ randomValue() {
   const long wide = uniform(-(1L << 40), 1L << 40);
   const long positive = uniform(1, 1L << 40);
   switch (uniform(0, 10)) {
-    case 0: return QQ(small, positive % 97 + 1);
-    case 1: return QQ(wide, positive);
-    case 2: return limit + QQ(small);
-    case 3: return -limit + QQ(small);
-    case 4: return QQ(small, Coefficient::kInlineLimit - positive % 3);
-    case 5: return QQ(small) + QQ(small, 10000000000L);
-    case 6: return small > 0 ? QQ::infinity() : QQ::minusInfinity();
-    case 7: return QQ(wide) * QQ(wide) / QQ(positive);
-    case 8: return QQ(std::string("123456789012345678901234567890"));
-    default: return QQ(small);
+    case 0:
+      return QQ(small, positive % 97 + 1);
+    case 1:
+      return QQ(wide, positive);
+    case 2:
+      return limit + QQ(small);
+    case 3:
+      return -limit + QQ(small);
+    case 4:
+      return QQ(small, Coefficient::kInlineLimit - positive % 3);
+    case 5:
+      return QQ(small) + QQ(small, 10000000000L);
+    case 6:
+      return small > 0 ? QQ::infinity() : QQ::minusInfinity();
+    case 7:
+      return QQ(wide) * QQ(wide) / QQ(positive);
+    case 8:
+      return QQ(std::string("123456789012345678901234567890"));
+    default:
+      return QQ(small);
   }
 }
 
@@ -144,14 +158,24 @@ TEST(FastPathTest, IndexedPairingEqualsTheDirectSearch) {
   const QQ tiny(1L, 10000000000L);
   const QQ huge(std::string("1") + std::string(300, '0'));
   const QQ vast(std::string("1") + std::string(5000, '0'));
-  const std::vector<QQ> values = {QQ(1L), QQ(-3L), QQ(1L) + tiny, QQ(1L) + QQ(1L, 1000000000L),
-                                  QQ(1L) + QQ(11L, 10000000000L), QQ::infinity(),
-                                  QQ::minusInfinity(), huge, huge + tiny, -huge, vast,
-                                  vast + tiny, -vast};
+  const std::vector<QQ> values = {QQ(1L),
+                                  QQ(-3L),
+                                  QQ(1L) + tiny,
+                                  QQ(1L) + QQ(1L, 1000000000L),
+                                  QQ(1L) + QQ(11L, 10000000000L),
+                                  QQ::infinity(),
+                                  QQ::minusInfinity(),
+                                  huge,
+                                  huge + tiny,
+                                  -huge,
+                                  vast,
+                                  vast + tiny,
+                                  -vast};
   for (int round = 0; round < 3000; ++round) {
     const long n = 1 + round % 3;
     Constraints model;
-    for (long i = uniform(0, 12); i > 0; --i) model.greaterEqual.push_back({randomRow(n, values), QQ(i)});
+    for (long i = uniform(0, 12); i > 0; --i)
+      model.greaterEqual.push_back({randomRow(n, values), QQ(i)});
     for (long i = uniform(0, 12); i > 0; --i) {
       const bool copy = !model.greaterEqual.empty() && i % 2 == 0;
       model.lessEqual.push_back(

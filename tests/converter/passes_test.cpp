@@ -31,8 +31,13 @@ std::string boundsOf(const VariableBounds& bounds) {
 
 TEST(PassesTest, LinesFollowTheStreamLineReader) {
   const std::vector<std::pair<std::string, std::vector<std::string>>> cases = {
-      {"", {}}, {"\n", {""}}, {"a", {"a"}}, {"a\n", {"a"}}, {"a\n\nb", {"a", "", "b"}},
-      {"\r\n\r", {"\r", "\r"}}, {std::string("a\0b\n", 4), {std::string("a\0b", 3)}}};
+      {"", {}},
+      {"\n", {""}},
+      {"a", {"a"}},
+      {"a\n", {"a"}},
+      {"a\n\nb", {"a", "", "b"}},
+      {"\r\n\r", {"\r", "\r"}},
+      {std::string("a\0b\n", 4), {std::string("a\0b", 3)}}};
   for (const auto& [text, expected] : cases) {
     Lines lines(text);
     std::vector<std::string> got;
@@ -43,8 +48,8 @@ TEST(PassesTest, LinesFollowTheStreamLineReader) {
 
 TEST(PassesTest, DiscoverVariablesTakesTheFirstIndexOfEachLine) {
   const std::vector<std::pair<std::string, long>> cases = {
-      {"", 0},  {"x1 + x9 <= 4\n", 1},   {"box12: X3\n", 12},  {"x4294967297\n", 1},
-      {"x2\nx7", 7}, {"x2147483648\nx5", 5}, {"x\ny", 0},      {"xx3 x9", 3}};
+      {"", 0},       {"x1 + x9 <= 4\n", 1},  {"box12: X3\n", 12}, {"x4294967297\n", 1},
+      {"x2\nx7", 7}, {"x2147483648\nx5", 5}, {"x\ny", 0},         {"xx3 x9", 3}};
   for (const auto& [text, n] : cases) EXPECT_EQ(discoverVariables(text), n) << text;
 }
 
@@ -75,16 +80,16 @@ TEST(PassesTest, CountRowsAndTheLineThatEndsTheBlock) {
 TEST(PassesTest, SectionsInTheirFixedOrder) {
   const std::vector<std::pair<std::string, std::string>> cases = {
       {"Bounds\n0 <= x1 <= 40\n-inf <= x3 <= inf\n", "x1:0,40 x3:-inf,inf "},
-      {"Bounds\n-5 <= x1 <= 1\nx2 <= 2.5\n", "x1:-5,1 x2:-5,2:1/2 "},     // the lower value carries
-      {"Bounds\nx2 <= 10\n", "x2:0,10 "},                                // the default lower value
-      {"Bounds\nx1 >= 2\nx2 <= 3\n", ""},                               // ">=" ends the section
+      {"Bounds\n-5 <= x1 <= 1\nx2 <= 2.5\n", "x1:-5,1 x2:-5,2:1/2 "},  // the lower value carries
+      {"Bounds\nx2 <= 10\n", "x2:0,10 "},                              // the default lower value
+      {"Bounds\nx1 >= 2\nx2 <= 3\n", ""},                              // ">=" ends the section
       {"Bounds\n x1 free\nGeneral\nx1 x2\n", "x1:-inf,inf x2:-inf,inf "},
-      {"Bounds\n1e999 <= x1 <= 5\nGen\nx1\n", "x1:-inf,inf "},          // +inf lower: "unstated"
+      {"Bounds\n1e999 <= x1 <= 5\nGen\nx1\n", "x1:-inf,inf "},  // +inf lower: "unstated"
       {"Bounds\n1 <= x1 <= 5\nGen\nx1\n", "x1:1,5 "},
-      {"Binary\nx1\nGeneral\nx2\n", "x1:0,1 "},                         // General after Binary unread
-      {"General\nx1\nBounds\nx2 <= 1\nBinary\nx3\n", "x1:-inf,inf "},   // a later Bound is unread
+      {"Binary\nx1\nGeneral\nx2\n", "x1:0,1 "},  // General after Binary unread
+      {"General\nx1\nBounds\nx2 <= 1\nBinary\nx3\n", "x1:-inf,inf "},  // a later Bound is unread
       {"Gen\nx1\nBin\nx2 x3\n", "x1:-inf,inf x2:0,1 x3:0,1 "},
-      {"Bounds\n0.1 <= x1\n", ""},                                      // no "=" after x1
+      {"Bounds\n0.1 <= x1\n", ""},  // no "=" after x1
   };
   for (const auto& [text, expected] : cases) {
     const std::string whole = "Subject To\n" + text;
@@ -106,9 +111,9 @@ TEST(PassesTest, ObjectiveHeaderAndSense) {
       {"Maximize\n obj: 3 x1 + 2 x2\nSubject To\nx1 >= x2", true, false, {{1, "3"}, {2, "2"}}},
       {"Minimize\n obj: x1 + x2\nSubject To\n", true, true, {{2, "1"}}},
       {"minimize\n obj: x1\nSubject To\n", false, true, {}},  // the removal is case-sensitive
-      {"Maximize\n min: x1\n", true, true, {}},     // no "Subject To": the whole text
+      {"Maximize\n min: x1\n", true, true, {}},               // no "Subject To": the whole text
       {"Max\nobj: 2 x1 +\n", true, false, {{1, "2"}}},
-      {"obj: x1 <= 3\n", false, false, {}},                 // no header: never parsed
+      {"obj: x1 <= 3\n", false, false, {}},  // no header: never parsed
   };
   for (const Case& c : cases) {
     const Objective objective = readObjective(c.text, 2);
@@ -126,9 +131,9 @@ TEST(PassesTest, ConstraintsAreFiledByTheirRest) {
   ASSERT_EQ(c.greaterEqual.size(), 2u);
   ASSERT_EQ(c.lessEqual.size(), 2u);
   ASSERT_EQ(c.equations.size(), 1u);
-  EXPECT_EQ(toString(c.greaterEqual[0].rhs), "7");   // -3 + 10
-  EXPECT_EQ(toString(c.lessEqual[0].rhs), "13");     // +3 + 10: the "<=" asymmetry
-  EXPECT_EQ(toString(c.greaterEqual[1].rhs), "3");   // "<= 3 >= 2" files as ">="
+  EXPECT_EQ(toString(c.greaterEqual[0].rhs), "7");  // -3 + 10
+  EXPECT_EQ(toString(c.lessEqual[0].rhs), "13");    // +3 + 10: the "<=" asymmetry
+  EXPECT_EQ(toString(c.greaterEqual[1].rhs), "3");  // "<= 3 >= 2" files as ">="
   // A leading variable without a coefficient gets the scan's initial 0.
   EXPECT_EQ(entriesOf(c.equations[0].coefficients), (std::map<long, std::string>{{1, "-1"}}));
   EXPECT_EQ(toString(c.equations[0].rhs), "4");
@@ -155,15 +160,18 @@ TEST(PassesDeathTest, FailuresOfThePasses) {
               fails("relation error: no sign found!"));
   EXPECT_EXIT(readConstraints("Subject To\nx1 = 2\n", 1, RowCounts{}), ::testing::ExitedWithCode(1),
               fails("Array: index out of range"));  // a group filled beyond its count
-  EXPECT_EXIT(leadsToDigit("x1 <=  +", 5), ::testing::ExitedWithCode(1), fails("scan for digit failed!"));
+  EXPECT_EXIT(leadsToDigit("x1 <=  +", 5), ::testing::ExitedWithCode(1),
+              fails("scan for digit failed!"));
   for (const char* text : {"x0", "3 x3", "x-1", "x", "x99999999999999999999"}) {
     EXPECT_EXIT(parseExpression(text, 2), ::testing::ExitedWithCode(1),
-                fails("Array: index out of range")) << text;
+                fails("Array: index out of range"))
+        << text;
   }
   for (const char* bound : {"x-1 <= 5", "x0 free", "x3 <= 1"}) {
     const std::string text = std::string("Subject To\nBounds\n") + bound + "\n";
     EXPECT_EXIT(readSections(text, countRows(text, "m.lp"), 2), ::testing::ExitedWithCode(1),
-                fails("Array: index out of range")) << bound;
+                fails("Array: index out of range"))
+        << bound;
   }
 }
 
@@ -175,21 +183,34 @@ TEST(PassesTest, ScanRulesAndIndexReading) {
   };
   const std::string big(400, '9');  // overflows string-to-double to +infinity
   const std::vector<Case> cases = {
-      {"3 x1 + 2 x2", {{1, "3"}, {2, "2"}}, "0", ""},  {"2.5x1", {{1, "1/2"}}, "0", ""},
-      {"2.0x1", {}, "0", ""},                          {"0x3", {}, "0", ""},
-      {"x1+x2", {{2, "1"}}, "0", ""},                  {"-x1", {{1, "-1"}}, "0", ""},
-      {"3+x1-2x2+4", {{1, "1"}, {2, "-2"}}, "7", ""},  {"-0.5 x1", {{1, "1/2"}}, "0", ""},
-      {"1e3 x1", {{1, "1"}}, "0", ""},                 {"x1--x2", {{2, "1"}}, "0", ""},
-      {"x1+-x2", {{2, "-1"}}, "0", ""},                {"2 x2 + y >= 10", {{2, "2"}}, "0", ">=10"},
-      {"2 x2 + y <= 5", {{2, "2"}}, "1", "<=5"},       {"+", {}, "1", ""},
-      {"+0", {}, "0", ""},                             {"<=+-5", {}, "-5", ""},
-      {"2 x1 <= ---5", {{1, "2"}}, "0", "<=+-5"},      {"3x1x2", {{1, "3"}, {2, "3"}}, "0", ""},
-      {"x2 + 4 x1 + 5 x2", {{1, "4"}, {2, "5"}}, "0", ""}, {"x1 >= 5\f", {}, "0", ">=5"},
+      {"3 x1 + 2 x2", {{1, "3"}, {2, "2"}}, "0", ""},
+      {"2.5x1", {{1, "1/2"}}, "0", ""},
+      {"2.0x1", {}, "0", ""},
+      {"0x3", {}, "0", ""},
+      {"x1+x2", {{2, "1"}}, "0", ""},
+      {"-x1", {{1, "-1"}}, "0", ""},
+      {"3+x1-2x2+4", {{1, "1"}, {2, "-2"}}, "7", ""},
+      {"-0.5 x1", {{1, "1/2"}}, "0", ""},
+      {"1e3 x1", {{1, "1"}}, "0", ""},
+      {"x1--x2", {{2, "1"}}, "0", ""},
+      {"x1+-x2", {{2, "-1"}}, "0", ""},
+      {"2 x2 + y >= 10", {{2, "2"}}, "0", ">=10"},
+      {"2 x2 + y <= 5", {{2, "2"}}, "1", "<=5"},
+      {"+", {}, "1", ""},
+      {"+0", {}, "0", ""},
+      {"<=+-5", {}, "-5", ""},
+      {"2 x1 <= ---5", {{1, "2"}}, "0", "<=+-5"},
+      {"3x1x2", {{1, "3"}, {2, "3"}}, "0", ""},
+      {"x2 + 4 x1 + 5 x2", {{1, "4"}, {2, "5"}}, "0", ""},
+      {"x1 >= 5\f", {}, "0", ">=5"},
       {"+ + 0 + + x1", {{1, "1"}}, "0", ""},
       {"0.1 x1", {{1, "10000000000000001/100000000000000000"}}, "0", ""},
-      {"0x1F x1", {{1, "1"}}, "0", ""},                {big + " x1", {{1, "inf"}}, "0", ""},
-      {"- " + big + " x1", {{1, "-inf"}}, "0", ""},    {"x1 + 2 = 3 <= 4", {}, "2", "=3<=4"},
-      {"2 x1 +", {{1, "2"}}, "1", ""},                 {"", {}, "0", ""},
+      {"0x1F x1", {{1, "1"}}, "0", ""},
+      {big + " x1", {{1, "inf"}}, "0", ""},
+      {"- " + big + " x1", {{1, "-inf"}}, "0", ""},
+      {"x1 + 2 = 3 <= 4", {}, "2", "=3<=4"},
+      {"2 x1 +", {{1, "2"}}, "1", ""},
+      {"", {}, "0", ""},
   };
   for (const Case& c : cases) {
     const Expression e = parseExpression(c.text, 3);
@@ -199,13 +220,19 @@ TEST(PassesTest, ScanRulesAndIndexReading) {
   }
   std::string signs;
   for (int i = 0; i < 5000; ++i) signs += "+-\f";  // the cached look-aheads stay right
-  EXPECT_EQ(entriesOf(parseExpression(signs + "0 + x1", 1).row), (std::map<long, std::string>{{1, "1"}}));
+  EXPECT_EQ(entriesOf(parseExpression(signs + "0 + x1", 1).row),
+            (std::map<long, std::string>{{1, "1"}}));
   EXPECT_THROW(parseExpression("nan x1", 1), std::invalid_argument);
 
-  const std::vector<std::pair<std::string, long>> indices = {
-      {"12", 12}, {"", 0}, {"+7x", 7}, {"-3", -3}, {"\f\v 5", 5}, {"0x10", 0},
-      {"99999999999999999999", LONG_MAX}, {"-99999999999999999999", LONG_MIN},
-      {"-9223372036854775808", LONG_MIN}};
+  const std::vector<std::pair<std::string, long>> indices = {{"12", 12},
+                                                             {"", 0},
+                                                             {"+7x", 7},
+                                                             {"-3", -3},
+                                                             {"\f\v 5", 5},
+                                                             {"0x10", 0},
+                                                             {"99999999999999999999", LONG_MAX},
+                                                             {"-99999999999999999999", LONG_MIN},
+                                                             {"-9223372036854775808", LONG_MIN}};
   for (const auto& [text, value] : indices) EXPECT_EQ(readIndex(text.c_str()), value) << text;
   for (const auto& [text, from, leads] : std::vector<std::tuple<std::string, std::size_t, bool>>{
            {" +-7", 0, true}, {"- .5", 0, false}, {"\t5", 0, false}, {"x <= 3", 4, true}}) {

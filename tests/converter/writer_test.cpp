@@ -59,9 +59,9 @@ TEST(OutputBufferTest, RepeatedItemsAreWrittenExactly) {
 }
 
 TEST(OutputBufferTest, ValuesAndTextsKeepTheirOrderAcrossFlushes) {
-  const std::vector<Coefficient> values = {Coefficient(), Coefficient(-42L), Coefficient(QQ(-7L, 2L)),
-                                           Coefficient(QQ::minusInfinity()),
-                                           Coefficient(QQ(std::string(5000, '7')))};
+  const std::vector<Coefficient> values = {
+      Coefficient(), Coefficient(-42L), Coefficient(QQ(-7L, 2L)), Coefficient(QQ::minusInfinity()),
+      Coefficient(QQ(std::string(5000, '7')))};
   std::string expected;
   const std::string got = writtenBy([&](OutputBuffer& out) {
     for (int round = 0; round < 400; ++round) {  // several MB: many flushes and pieces
@@ -80,7 +80,8 @@ TEST(OutputBufferTest, ValuesAndTextsKeepTheirOrderAcrossFlushes) {
 
 std::string textOf(const SparseRow& row) {
   std::string out;
-  for (const RowEntry& e : row.entries()) out += std::to_string(e.index) + ":" + toString(e.value) + " ";
+  for (const RowEntry& e : row.entries())
+    out += std::to_string(e.index) + ":" + toString(e.value) + " ";
   return out;
 }
 
@@ -100,7 +101,7 @@ TEST(SparseRowTest, FinishSubtractAndCompare) {
   };
   const std::vector<Case> cases = {
       {{{3, QQ(1L)}, {1, QQ(2L)}, {3, QQ(5L)}}, {}, "1:2 3:5 ", "1:2 3:5 ", false},  // last wins
-      {{{2, QQ(0L)}, {1, QQ(4L)}}, {{1, QQ(4L)}}, "1:4 ", "", true},                // zeros dropped
+      {{{2, QQ(0L)}, {1, QQ(4L)}}, {{1, QQ(4L)}}, "1:4 ", "", true},  // zeros dropped
       {{{1, QQ(1L)}, {2, QQ(1L)}}, {{2, QQ(1L)}, {3, QQ(2L)}}, "1:1 2:1 ", "1:1 3:-2 ", false},
       {{{1, QQ(1L) + tiny}}, {{1, QQ(1L)}}, "1:1:1/10000000000 ", "1:1/10000000000 ", true},
       {{{1, QQ(1L, 1000000000L)}}, {}, "1:1/1000000000 ", "1:1/1000000000 ", true},
@@ -150,8 +151,8 @@ TEST(PairingTest, SwapWithLastAndSharedRows) {
   // ">=": r1, r1. "<=": a, r1, b, c. The first r1 takes "<=" 2 and c moves into its place; the
   // second r1 finds none.
   model.greaterEqual = {{single(1), QQ(0L)}, {single(1), QQ(1L)}};
-  model.lessEqual = {{single(2), QQ(10L)}, {single(1), QQ(11L)}, {single(3), QQ(12L)},
-                     {single(4), QQ(13L)}};
+  model.lessEqual = {
+      {single(2), QQ(10L)}, {single(1), QQ(11L)}, {single(3), QQ(12L)}, {single(4), QQ(13L)}};
   std::string got;
   for (const InequalityRow& row : pairInequalities(model)) {
     got += textOf(*row.coefficients) + toString(*row.lower) + ".." + toString(*row.upper) + " ";

@@ -51,7 +51,7 @@ TEST(QQDblTest, FromDblAgreesWithTheStreamText) {
   };
   // clang-format on
   for (const auto& [value, expected] : listed) {
-    const std::string got = outcome([&] { return toString(fromDbl(value)); });
+    const std::string got = outcome([value = value] { return toString(fromDbl(value)); });
     if (expected != nullptr) {
       EXPECT_EQ(got, expected);
     }

@@ -57,7 +57,7 @@ TEST(QQFunctionsTest, RootsPowersLogarithms) {
   };
   // clang-format on
   for (const auto& [f, expected] : cases)
-    EXPECT_EQ(outcome([&] { return toString(f()); }), expected);
+    EXPECT_EQ(outcome([f = f] { return toString(f()); }), expected);
   // clang-format off
   const std::tuple<QQ, const char*> approximations[] = {
       {root(QQ(2), ZZ(2L)), "141421356237309504"}, {root(QQ(-2), ZZ(3L)), "-125992104989487317"},

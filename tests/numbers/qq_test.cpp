@@ -107,7 +107,8 @@ TEST(QQTest, InfinityZeroAndSignRules) {
   // clang-format on
   for (const auto& [a, op, b, expected] : cases) {
     QQ r;
-    EXPECT_EQ(outcome([&] { return toString(apply(op, r, a, b)); }), expected)
+    EXPECT_EQ(outcome([&, op = op, a = a, b = b] { return toString(apply(op, r, a, b)); }),
+              expected)
         << toString(a) << " op " << static_cast<int>(op) << " " << toString(b);
   }
   EXPECT_EQ(toString(-q(0)), "0");
@@ -158,7 +159,7 @@ TEST(QQTest, EveryReportedFailureUnwindsCleanly) {
   for (const auto& [message, step] : cases) {
     QQ a = q(7, 3);
     QQ b = q(-1, 6);
-    EXPECT_EQ(outcome([&] { return step(a, b), std::string("no failure"); }), message);
+    EXPECT_EQ(outcome([&, step = step] { return step(a, b), std::string("no failure"); }), message);
     EXPECT_FALSE(toString(a).empty() || toString(b).empty());
     a = q(1, 2);
     b = a * (a + b.ganze);

@@ -61,8 +61,8 @@ TEST(QQTextTest, ParseOutcomes) {
   // clang-format on
   for (const auto& [text, expected] : cases) {
     if (expected == nullptr) continue;  // too long to spell; checked below
-    EXPECT_EQ(outcome([&] { return toString(QQ(text)); }), expected) << text;
-    EXPECT_EQ(outcome([&] { return toString(QQ(std::string(text))); }), expected) << text;
+    EXPECT_EQ(outcome([text = text] { return toString(QQ(text)); }), expected) << text;
+    EXPECT_EQ(outcome([text = text] { return toString(QQ(std::string(text))); }), expected) << text;
   }
   EXPECT_EQ(toString(QQ(std::string("12\0"
                                     "34",
@@ -152,7 +152,7 @@ TEST(QQTextTest, AgreesWithTheRecursiveOracle) {
               literal.rdbuf()->pubseekoff(0, std::ios::cur, std::ios::in))
         << text;
     // Fractional exponents with terms beyond the bound are out of range by design.
-    const std::string got = outcome([&] { return toString(QQ(text)); });
+    const std::string got = outcome([text = text] { return toString(QQ(text)); });
     if (got == messages::kExponentOutOfRange) continue;
     ASSERT_EQ(got, outcome([&] { return toString(oracle::parse(text)); })) << text;
     ++compared;

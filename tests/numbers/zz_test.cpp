@@ -22,7 +22,7 @@ TEST(ZZTest, TextWithBaseZeroRules) {
   };
   // clang-format on
   for (const auto& [text, expected] : cases) {
-    EXPECT_EQ(outcome([&] { return toString(ZZ(text)); }), expected) << text;
+    EXPECT_EQ(outcome([text = text] { return toString(ZZ(text)); }), expected) << text;
   }
   // The stream reads one word; a rejected word leaves the value as it was.
   std::istringstream in(" 0x1f 12a");

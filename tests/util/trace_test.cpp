@@ -34,7 +34,7 @@ TEST(TraceTest, PiecesAndDepth) {
       {"elL", "|->,\n,,0"},
       {"elq", "|->,\n,,0"},
       {"eleLq", "|->,\n,|    |->,\n,,0"},  // quiet after endLine, whatever is pending
-      {"Llqq", ",\n,,,0"},               // below the outermost level: a no-op
+      {"Llqq", ",\n,,,0"},                 // below the outermost level: a no-op
       {"eer", "|->,\n|    |->,\n,0"},
   };
   for (const auto& [steps, expected] : cases) EXPECT_EQ(run(steps), expected) << steps;

@@ -200,9 +200,9 @@ int run(int argc, char** argv) {
   if (!in) reportFailure("The input file [ " + inputName + " ] could not be opened!");
   std::ofstream out(outputName);
   if (!out) reportFailure("The output file [ " + outputName + " ] could not be opened!");
-  for (const char* note : {"Note: This converter is not perfect, but it should",
-                           "work correctly, as long as ALL variables are named",
-                           "with a lower case 'x'.", ""}) {
+  for (const char* note :
+       {"Note: This converter is not perfect, but it should",
+        "work correctly, as long as ALL variables are named", "with a lower case 'x'.", ""}) {
     std::cerr << note << std::endl;
   }
   const auto rewind = [&] { in.clear(), in.seekg(0); };
@@ -213,7 +213,8 @@ int run(int argc, char** argv) {
   while (std::getline(in, line)) {
     std::smatch match;
     if (!searchMatch(line, "x([0-9]+)", match)) continue;
-    n = std::max<long>(n, static_cast<std::int32_t>(std::strtol(match[1].str().c_str(), nullptr, 10)));
+    n = std::max<long>(n,
+                       static_cast<std::int32_t>(std::strtol(match[1].str().c_str(), nullptr, 10)));
   }
   rewind();
 

@@ -6,6 +6,7 @@
 
 #include <lpconv/containers/vector.h>
 #include <lpconv/numbers/qq.h>
+#include <lpconv/optfile/opt_file.h>
 #include <lpconv/util/failure.h>
 
 namespace {
@@ -54,5 +55,18 @@ int main() {
   } catch (const lpconv::FailureException& e) {
     std::cout << "1:5/2 -> failure: " << e.what() << "\n";
   }
+
+  // An .opt file as the converter writes it (the README's worked example), read and written back.
+  const std::string opt =
+      "[ inf ]\n[\n[ 3 2 ]\n]\n\n[\n[ 1 0 ]\n]\n[ 2 ]\n[ ]\n\n[\n[ 1 1 ]\n]\n[ 1 ]\n[ 4 ]\n\n"
+      "[ 0 0 ]\n[ 0 inf ]\n[ 10 inf ]\n";
+  std::istringstream optText(opt);
+  const lpconv::OptFile file = lpconv::readOptFile(optText);
+  std::ostringstream written;
+  written << file;
+  std::cout << "opt file: " << file.variableUpper.getDimension() << " variables, "
+            << file.inequalities.getDimension() << " inequality, upper bounds "
+            << file.variableUpper << ", written back "
+            << (written.str() == opt ? "unchanged" : "CHANGED") << "\n";
   return 0;
 }

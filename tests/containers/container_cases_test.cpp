@@ -22,6 +22,7 @@ namespace lpconv {
 namespace {
 
 using testing_support::contents;
+using testing_support::describeSlots;
 using testing_support::rest;
 
 // "" when f returns, else the reported failure message.
@@ -54,17 +55,13 @@ Vector<QQ> qq(std::initializer_list<const char*> values) {
 
 TEST(ContainerCases, AtAcceptsZeroToDimensionOnly) {
   for (long n : {0L, 1L, 5L}) {
-    SCOPED_TRACE(n);
     Array<long> a;
     a.resize(n, false);
-    const Array<long>& constant = a;
-    for (long i = 1; i <= n; ++i) a[i] = 100 + i;
     a.at(0) = -1;  // passes the check even when nothing was allocated
-    EXPECT_EQ(a.at(0), -1);
-    EXPECT_EQ(a.at(n), n == 0 ? -1 : 100 + n);
-    EXPECT_EQ(&constant.at(1 < n ? 1 : n), &a[1 < n ? 1 : n]);
+    EXPECT_EQ(&a.at(n), &a[n]);
+    const Array<long>& constant = a;
     for (long bad : {n + 1, -1L, LONG_MIN}) {
-      EXPECT_EQ(failureOf([&] { (void)a.at(bad); }), messages::kArrayIndexOutOfRange);
+      EXPECT_EQ(failureOf([&] { (void)a.at(bad); }), messages::kArrayIndexOutOfRange) << n;
       EXPECT_EQ(failureOf([&] { (void)constant.at(bad); }), messages::kArrayIndexOutOfRange);
     }
   }
@@ -76,135 +73,106 @@ TEST(ContainerCases, AtAcceptsZeroToDimensionOnly) {
 TEST(ContainerCases, GrowthCapacitiesAndSlots) {
   Array<long> a;
   a.resize(5, true);
-  EXPECT_EQ(a.getCapacity(), 105);
   const long* storage = a.data();
   a.resize(105, false);
   EXPECT_EQ(a.data(), storage);
+  EXPECT_EQ(a.getCapacity(), 105);
   a.resize(106, false);
-  EXPECT_NE(a.data(), storage);
   EXPECT_EQ(a.getCapacity(), 106);
+  EXPECT_THROW(a.resize(LONG_MAX, true), std::bad_array_new_length);
+  EXPECT_THROW(a.resize(LONG_MAX - 100, false), std::bad_array_new_length);
+  EXPECT_THROW(a.resize(1L << 62, false), std::bad_array_new_length);
+  EXPECT_EQ(failureOf([&] { a.resize(-1, false); }), messages::kArrayDimensionNegative);
+  EXPECT_EQ(a.getDimension(), 106);
 
-  Array<long> plain;
-  ConversionArray<long> converting;  // zero-fills grown integral slots, reused or fresh
-  for (Array<long>* x : {&plain, static_cast<Array<long>*>(&converting)}) {
-    x->resize(10, false);
-    for (long i = 0; i <= 10; ++i) (*x)[i] = i * 7;
+  Array<long> plain;  // keeps reused slots; ConversionArray zeroes grown integral ones
+  ConversionArray<long> zeroing;
+  for (Array<long>* x : {&plain, static_cast<Array<long>*>(&zeroing)}) {
     x->resize(3, false);
-    x->resize(10, false);  // through the virtual slot
-    EXPECT_EQ(x->getCapacity(), 10);
+    for (long i = 0; i <= 3; ++i) (*x)[i] = i + 1;
+    x->resize(1, false);
+    x->resize(3, false);  // through the virtual slot
   }
-  for (long i = 0; i <= 10; ++i) {
-    EXPECT_EQ(plain[i], i * 7);
-    EXPECT_EQ(converting[i], i <= 3 ? i * 7 : 0);
-  }
-  plain.resize(50, false);  // copies slots 0..10 only, the rest value-initialised
-  converting.clear();
-  converting.resize(300, true);
-  EXPECT_EQ(converting.getCapacity(), 400);
-  for (long i = 1; i <= 300; ++i) ASSERT_EQ(converting[i], 0) << i;
-  EXPECT_EQ(plain[10], 70);
-  EXPECT_EQ(plain[11], 0);
-
+  EXPECT_EQ(describeSlots(plain), "dim 3 cap 3 {1 2 3 4 }");
+  EXPECT_EQ(describeSlots(zeroing), "dim 3 cap 3 {1 2 0 0 }");
+  plain.resize(1, false);
+  plain.resize(5, true);  // copies slots 0..1 only
+  EXPECT_EQ(describeSlots(plain), "dim 5 cap 105 {1 2 0 0 0 0 }");
   ConversionArray<std::string> strings;  // class elements are left as they are
   strings.resize(2, true);
   strings[2] = "kept";
   strings.clear();
-  EXPECT_EQ(strings.getCapacity(), 102);
   strings.resize(2, false);
   EXPECT_EQ(strings[2], "kept");
+  EXPECT_EQ(strings.getCapacity(), 102);
   strings.release();
   EXPECT_EQ(strings.data(), nullptr);
-  EXPECT_EQ(strings.getCapacity(), 0);
 
-  EXPECT_EQ(failureOf([&] { strings.resize(-1, false); }), messages::kArrayDimensionNegative);
-  EXPECT_THROW(a.resize(LONG_MAX, true), std::bad_array_new_length);
-  EXPECT_THROW(a.resize(LONG_MAX - 100, false), std::bad_array_new_length);
-  EXPECT_THROW(a.resize(1L << 62, false), std::bad_array_new_length);
-  EXPECT_EQ(a.getDimension(), 106);
-}
-
-TEST(ContainerCases, CopiesAreValuesWithTheSourceDimensionAsCapacity) {
-  Array<std::string> a;
-  a.resize(3, true);
-  a[3] = "three";
-  Array<std::string> copy(a);
+  strings.resize(3, true);
+  strings[3] = "three";
+  Array<std::string> copy(strings);
+  EXPECT_EQ(copy.getCapacity(), 3);  // a copy's capacity is the source's dimension
+  const Array<std::string>& alias = copy;
+  copy = alias;
   copy[3] = "changed";
-  EXPECT_EQ(a[3], "three");
-  EXPECT_EQ(copy.getCapacity(), 3);
-  Array<std::string> big;
-  big.resize(10, false);
-  const std::string* storage = big.data();
-  big = a;  // fits: storage reused
-  EXPECT_EQ(big.data(), storage);
-  const Array<std::string>& alias = big;
-  big = alias;
-  EXPECT_EQ(contents(big), (std::vector<std::string>{"", "", "three"}));
+  EXPECT_EQ(strings[3], "three");
+  const std::string* kept = strings.data();
+  static_cast<Array<std::string>&>(strings) = copy;  // fits: storage reused
+  EXPECT_EQ(strings.data(), kept);
+  EXPECT_EQ(contents(strings), (std::vector<std::string>{"", "", "changed"}));
 }
 
-TEST(ContainerCases, WrittenForms) {
+template <typename T>
+SerializableArray<T> array(const std::string& delimiters, std::initializer_list<T> values) {
+  SerializableArray<T> a(delimiters, false, false);
+  a.resize(static_cast<long>(values.size()), false);
+  long i = 1;
+  for (const T& v : values) a[i++] = v;
+  return a;
+}
+
+TEST(ContainerCases, WrittenFormsAndSettings) {
   Vector<long> longs;
-  longs.resize(4, false);
-  longs[1] = 1, longs[2] = -3, longs[4] = LONG_MIN;
-  EXPECT_EQ(written(longs), "[ 1 -3 0 -9223372036854775808 ]");
-  EXPECT_EQ(written(Vector<QQ>()), "[ ]");
-  EXPECT_EQ(written(qq({"1", "1/2", "-3", "7/2", "-7/2", "inf", "-inf", "0"})),
-            "[ 1 1/2 -3 3:1/2 -3:1/2 inf -inf 0 ]");
+  longs.resize(3, false);
+  longs[1] = -3, longs[3] = LONG_MIN;
   Matrix<long> m(",", false, false);
-  EXPECT_EQ(written(m), "[\n]");
+  const std::string empty = written(m);
   m.setZero(2, 2);
-  m[1][1] = 1, m[1][2] = 2, m[2][2] = -3;
-  EXPECT_EQ(written(m), "[\n[ 1 2 ]\n[ 0 -3 ]\n]");
-  m.setZero(3, 0);
-  EXPECT_EQ(written(m), "[\n[ 0 0 0 ]\n[ 0 0 0 ]\n[ 0 0 0 ]\n]");
+  m[1][1] = 1, m[2][2] = -3;
+  const std::pair<std::string, std::string> cases[] = {
+      {written(longs), "[ -3 0 -9223372036854775808 ]"},
+      {written(Vector<QQ>()), "[ ]"},
+      {written(qq({"1/2", "7/2", "-7/2", "inf", "-inf"})), "[ 1/2 3:1/2 -3:1/2 inf -inf ]"},
+      {empty, "[\n]"},
+      {written(m), "[\n[ 1 0 ]\n[ 0 -3 ]\n]"},
+      {written(array<long>(" ", {})), "[ ]"},
+      {written(array<long>("\n", {})), "[\n]"},
+      {written(array<long>("\n", {1, -2})), "[\n1\n-2\n]"},
+      {written(array<long>(", ", {1, 2})), "[ 1,2 ]"},
+      {written(array<long>(",-", {-1, 2})), "[ \\-1,2 ]"},  // later delimiters are escaped
+      {written(array<long>("-,", {-1, -2})), "[ -1--2 ]"},  // the first never is
+      {written(array<long>(" 1", {11, 2})), "[ \\1\\1 2 ]"},
+      {written(array<QQ>(",:", {QQ("7/2"), QQ(false)})), "[ 3\\:1/2,-inf ]"},
+      {array<long>("", {}).getDelimiters(), " "},  // the delimiters always hold a blank
+      {array<long>(",", {}).getDelimiters(), ", "},
+      {array<long>("\n", {}).getDelimiters(), "\n "},
+      {array<long>(" ,", {}).getDelimiters(), " ,"}};
+  for (const auto& [actual, expected] : cases) EXPECT_EQ(actual, expected);
 
   struct Counting : std::stringbuf {
     int syncs = 0;
     int sync() override { return ++syncs, std::stringbuf::sync(); }
   } buffer;
   std::ostream out(&buffer);
-  out << m;
-  EXPECT_EQ(buffer.syncs, 4);  // every line end is std::endl
+  const Serializable& base = m;  // the stream operators reach the virtual writer
+  out << base;
+  EXPECT_EQ(buffer.syncs, 3);  // every line end is std::endl
 
-  struct Case {
-    std::string delimiters;
-    std::vector<long> values;
-    std::string text;
-  };
-  const Case cases[] = {
-      {" ", {}, "[ ]"},
-      {"\n", {}, "[\n]"},
-      {", ", {1, 2, 3}, "[ 1,2,3 ]"},
-      {";", {-5}, "[ -5 ]"},
-      {"\n", {1, -2}, "[\n1\n-2\n]"},
-      {",-", {-1, 2}, "[ \\-1,2 ]"},  // a later delimiter inside an element is escaped
-      {"-,", {-1, -2}, "[ -1--2 ]"},  // the first never is
-      {"1 ", {11, 21}, "[ 11121 ]"},
-      {" 1", {11, 2}, "[ \\1\\1 2 ]"},
-  };
-  for (const Case& c : cases) {
-    SerializableArray<long> x(c.delimiters, false, false);
-    x.resize(static_cast<long>(c.values.size()), false);
-    for (long i = 1; i <= x.getDimension(); ++i) x[i] = c.values[static_cast<size_t>(i - 1)];
-    const Serializable& base = x;  // the stream operators reach the virtual writer
-    EXPECT_EQ(written(base), c.text) << "[" << c.delimiters << "]";
-  }
-}
-
-TEST(ContainerCases, SettingsAlwaysHoldABlankAndCopyAlong) {
-  const std::pair<const char*, const char*> delimiters[] = {
-      {"", " "}, {",", ", "}, {" ,", " ,"}, {"\n", "\n "}, {";:", ";: "}};
-  for (const auto& [given, stored] : delimiters) {
-    EXPECT_EQ(SerializableArray<long>(given, false, true).getDelimiters(), stored);
-  }
-  SerializableArray<long> a(",", true, false);
   SerializableArray<long> b(";", false, true);
-  b = a;
-  EXPECT_EQ(b.getDelimiters(), ", ");
-  EXPECT_TRUE(b.getAllowComments());
-  EXPECT_FALSE(b.getSecondFlag());
+  b = SerializableArray<long>(",", true, false);
+  EXPECT_TRUE(b.getDelimiters() == ", " && b.getAllowComments() && !b.getSecondFlag());
   const Vector<long> v;
-  EXPECT_EQ(v.getDelimiters(), " ");
-  EXPECT_TRUE(v.getAllowComments() && v.getSecondFlag());
+  EXPECT_TRUE(v.getDelimiters() == " " && v.getAllowComments() && v.getSecondFlag());
 }
 
 // Writing, reading back and writing again gives the same text: huge, mixed and infinite values,
@@ -219,22 +187,17 @@ TEST(ContainerCases, RandomRoundTrips) {
     return QQ(text + "/" + std::to_string(random() % 1000 + 1));
   };
   for (int round = 0; round < 200; ++round) {
-    const std::string& delimiters = delimiterSets[round % 6];
-    SerializableArray<QQ> a(delimiters, false, false);
+    SerializableArray<QQ> a(delimiterSets[round % 6], false, false);
     Matrix<QQ> m;
-    m.setZero(static_cast<long>(random() % 4) + 1, static_cast<long>(random() % 4) + 1);
+    m.setZero(static_cast<long>(random() % 3) + 1, static_cast<long>(random() % 8));
     a.resize(static_cast<long>(random() % 8), false);
     for (long i = 1; i <= a.getDimension(); ++i) a[i] = value();
-    for (long r = 1; r <= m.getRows(); ++r) {
-      for (long j = 1; j <= m.getColumns(); ++j) m[r][j] = value();
-    }
-    SerializableArray<QQ> a2(delimiters, false, false);
+    for (long j = 1; j <= m.getColumns(); ++j) m[1][j] = value();
+    SerializableArray<QQ> a2(delimiterSets[round % 6], false, false);
     Matrix<QQ> m2;
     std::istringstream in(written(a) + " " + written(m));
     in >> a2 >> m2;
-    ASSERT_EQ(written(a2), written(a));
-    ASSERT_EQ(written(m2), written(m));
-    ASSERT_TRUE(m2[1] == m[1]);
+    ASSERT_EQ(written(a2) + written(m2), written(a) + written(m));
   }
 }
 
@@ -266,9 +229,7 @@ TEST(ContainerCases, ReaderQuirks) {
   const Read rationals = reader(qq({"9"}));
   const Read matrix = reader(Matrix<long>());
   const std::tuple<const Read&, std::string, std::string> cases[] = {
-      {comments, "[1 2]", "[ 12 ]|"},  // with comments nothing but "]" ends a token
-      {comments, "[ 1 /* c */ 2 ]", "[ 12 ]|"},
-      {blank, "[1 2]", "[ 1 2 ]|"},
+      {comments, "[1 2]", "[ 12 ]|"},     // with comments nothing but "]" ends a token
       {blank, "[ 1  2 ]", "[ 1 0 2 ]|"},  // an empty token between two blanks
       {blank, " \t\r\n[ 5 ] tail", "[ 5 ]| tail"},
       {blank, "[ 1 \\] 2 ]", "[ 1 0 2 ]|"},  // an escaped bracket ends nothing
@@ -280,19 +241,15 @@ TEST(ContainerCases, ReaderQuirks) {
       {qqComma, "[ 1,,2 ]", "QQ: parse error1|2 ]"},
       {longs, "5", "[ ]|5"},  // no bracket: nothing read, nothing consumed
       {longs, "[ 1 -inf inf ] [ 2 ]", "[ 1 0 0 ]| [ 2 ]"},  // inf of long is a never-set 0
-      {longs, "[ --5 +5 ]", "[ 5 5 ]|"},
       {longs, "[ ix ]", std::string(messages::kVectorBadInput2) + "|x ]"},
       {longs, "[ inx ]", std::string(messages::kVectorBadInput3) + "|x ]"},
-      {longs, "[ -9223372036854775808 ]", std::string(messages::kVectorBadInput) + "| ]"},
       {rationals, "[ -+5 1.25 6/4 ]", "[ -5 1:1/4 1:1/2 ]|"},
       {rationals, "[ 1, 2 ]", "QQ: parse error1| 2 ]"},
       {matrix, "[ [ 1 2 ] [ 3 4 5 ] ]", std::string(messages::kMatrixRowDimensionMismatch) + "| ]"},
       {matrix, "[ [ 1 2 3 ] [ 4 5 ] ]", "[\n[ 1 2 3 ]\n[ 4 5 ]\n] 3|"},  // a short last row
       {matrix, "[ [ 1 2 3 ] [ 4 5 ] [ 6 ] ]", "[\n[ 1 2 3 ]\n[ 4 5 0 ]\n[ 6 ]\n] 3|"},
       {matrix, "[ [ ] [ ] ]x", "[\n] 0|x"},
-      {matrix, "[ [ ] [ 1 2 ] ]", "[\n[ 0 0 ]\n[ 1 2 ]\n] 2|"},
-      {matrix, "[ 5 ]", std::string(messages::kMatrixBadInput) + "|5 ]"},
-  };
+      {matrix, "[ 5 ]", std::string(messages::kMatrixBadInput) + "|5 ]"}};
   for (const auto& [read, text, expected] : cases) EXPECT_EQ(read(text), expected) << text;
 
   Vector<long> v;
@@ -306,8 +263,8 @@ TEST(ContainerCases, ReaderQuirks) {
   }
 }
 
-// Every row slot 0..rows has the column count; setZero zeroes it all and gives rows the default
-// settings, whatever came before.
+// Every row slot 0..rows has the column count after a resize; setZero zeroes them all and gives
+// rows the default settings, whatever came before.
 TEST(ContainerCases, MatrixShapes) {
   struct Case {
     long startRows, startColumns, rows, cols, expectedRows, expectedColumns;
@@ -323,6 +280,9 @@ TEST(ContainerCases, MatrixShapes) {
       const Vector<QQ>& row = m[r];
       m[r] = row;  // self-assignment must not disturb a row
     }
+    for (long r = 0; c.startRows > 0 && r <= c.startRows; ++r) {
+      EXPECT_EQ(m.at(r).getDimension(), c.startColumns);  // row slot 0 too
+    }
     m.setZero(c.rows, c.cols);
     EXPECT_EQ(m.getRows(), c.expectedRows);
     EXPECT_EQ(m.getColumns(), c.expectedColumns);
@@ -334,20 +294,10 @@ TEST(ContainerCases, MatrixShapes) {
     }
     EXPECT_EQ(m.getDelimiters(), ", ");
   }
-  std::mt19937 random(5);
   Matrix<long> m;
-  for (int step = 0; step < 500; ++step) {
-    const long rows = static_cast<long>(random() % 8);
-    const long cols = static_cast<long>(random() % 8);
-    const unsigned kind = random() % 3;
-    if (kind == 0) m.resize(rows, cols, random() % 2 == 0);
-    if (kind == 1) m.setZero(rows, cols);
-    if (kind == 2) m.resize(rows, random() % 2 == 0);  // the virtual form keeps the columns
-    for (long r = 0; m.getRows() > 0 && r <= m.getRows(); ++r) {
-      ASSERT_EQ(m.at(r).getDimension(), m.getColumns()) << step;
-    }
-  }
   m.setZero(2, 3);
+  m.resize(4, true);  // the virtual form keeps the columns
+  EXPECT_EQ(m.at(4).getDimension(), 3);
   static_cast<Array<Vector<long>>&>(m).clear();
   EXPECT_EQ(m.getColumns(), 3);
   m.release();
@@ -359,18 +309,13 @@ TEST(ContainerCases, MatrixShapes) {
 
 TEST(ContainerCases, EqualityWithTheTolerance) {
   const std::tuple<const char*, const char*, bool> cases[] = {
-      {"0", "1/1000000000", true},  // exactly the tolerance still counts as equal
-      {"0", "-1/1000000000", true},
-      {"0", "1/999999999", false},
-      {"0", "1000000001/1000000000000000000", false},
-      {"1", "1:1/1000000000", true},
-      {"-5", "-5:1/999999999", false},
-      {"inf", "inf", true},
-      {"-inf", "-inf", true},
-      {"inf", "-inf", false},
-      {"5", "inf", false},
-      {"-inf", "0", false},
-  };
+      // exactly the tolerance still counts as equal
+      {"0", "1/1000000000", true},   {"0", "-1/1000000000", true},
+      {"0", "1/999999999", false},   {"0", "1000000001/1000000000000000000", false},
+      {"1", "1:1/1000000000", true}, {"-5", "-5:1/999999999", false},
+      {"inf", "inf", true},          {"-inf", "-inf", true},
+      {"inf", "-inf", false},        {"5", "inf", false},
+      {"-inf", "0", false}};
   for (const auto& [x, y, equal] : cases) {
     const Vector<QQ> a = qq({"1/3", x, "2"});
     const Vector<QQ> b = qq({"1/3", y, "2"});
@@ -412,8 +357,7 @@ TEST(ContainerCases, Split) {
       {",a", ',', {"", "a"}},
       {"a,b", ';', {"a,b"}},
       {"x1 x2  x3", ' ', {"x1", "x2", "", "x3"}},
-      {"line\n", '\n', {"line"}},
-  };
+      {"line\n", '\n', {"line"}}};
   for (const auto& [text, delimiter, pieces] : cases) {
     EXPECT_EQ(contents(split(text, delimiter)), pieces) << text;
   }

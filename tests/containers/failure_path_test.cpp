@@ -49,7 +49,8 @@ const FailureCase kFailureCases[] = {
     {messages::kVectorBadInput3, [](Objects& o) { read(o.rationals, "[ 1 -inx ]"); }},
     {messages::kVectorDimensionMismatch2, [](Objects& o) { o.rationals -= Vector<QQ>(); }},
     {messages::kVectorDimensionMismatch9, [](Objects& o) { (void)(o.rationals == Vector<QQ>()); }},
-    {"INF - INF is not defined", [](Objects& o) {
+    {"INF - INF is not defined",
+     [](Objects& o) {
        read(o.rationals, "[ inf ]");
        o.rationals -= o.rationals;
      }},
@@ -58,8 +59,10 @@ const FailureCase kFailureCases[] = {
     {messages::kMatrixInvalidSize, [](Objects& o) { o.matrix.resize(0, -1, false); }},
     {messages::kMatrixBadInput, [](Objects& o) { read(o.matrix, "[ [ 1 ] x ]"); }},
     {messages::kMatrixBadInput, [](Objects& o) { read(o.matrix, "[ [ 1 2 ]"); }},
-    {messages::kMatrixRowDimensionMismatch, [](Objects& o) { read(o.matrix, "[ [ 1 2 ] [ 3 4 5 ] ]"); }},
-    {messages::kMatrixBadStream, [](Objects& o) {
+    {messages::kMatrixRowDimensionMismatch,
+     [](Objects& o) { read(o.matrix, "[ [ 1 2 ] [ 3 4 5 ] ]"); }},
+    {messages::kMatrixBadStream,
+     [](Objects& o) {
        std::istringstream is("[ ]");
        is.setstate(std::ios::failbit);
        is >> o.matrix;

@@ -5,8 +5,14 @@
 
 #include <istream>
 #include <iterator>
+#include <sstream>
 #include <string>
+#include <type_traits>
 #include <vector>
+
+#include <lpconv/containers/array.h>
+#include <lpconv/containers/serializable.h>
+#include <lpconv/numbers/qq.h>
 
 namespace lpconv::testing_support {
 
@@ -31,6 +37,25 @@ auto contents(const Container& c) {
   std::vector<std::decay_t<decltype(c[1])>> out;
   for (long i = 1; i <= c.getDimension(); ++i) out.push_back(c[i]);
   return out;
+}
+
+// Dimension, capacity and every slot 0..dimension; rows with their settings.
+template <typename T>
+std::string describeSlots(const Array<T>& a) {
+  std::ostringstream out;
+  out << "dim " << a.getDimension() << " cap " << a.getCapacity() << " {";
+  for (long i = 0; a.data() != nullptr && i <= a.getDimension(); ++i) {
+    if constexpr (std::is_same_v<T, long>) {
+      out << a.data()[i] << ' ';
+    } else if constexpr (std::is_same_v<T, QQ>) {
+      out << a.data()[i] << (a.data()[i].isPositive ? "+ " : " ");
+    } else {
+      const Serializable& row = a.data()[i];
+      out << describeSlots(a.data()[i]) << row.getDelimiters() << row.getAllowComments()
+          << row.getSecondFlag() << ' ';
+    }
+  }
+  return out.str() + "}";
 }
 
 }  // namespace lpconv::testing_support

@@ -5,7 +5,6 @@
 #include <climits>
 #include <functional>
 #include <new>
-#include <random>
 #include <sstream>
 #include <streambuf>
 #include <string>
@@ -23,20 +22,8 @@ namespace {
 
 using testing_support::contents;
 using testing_support::describeSlots;
+using testing_support::failureOf;
 using testing_support::rest;
-
-// "" when f returns, else the reported failure message.
-std::string failureOf(const std::function<void()>& f) {
-  const FailureHandler previous = setFailureHandler(throwFailure);
-  std::string message;
-  try {
-    f();
-  } catch (const FailureException& e) {
-    message = e.what();
-  }
-  setFailureHandler(previous);
-  return message;
-}
 
 template <typename Object>
 std::string written(const Object& x) {
@@ -145,7 +132,6 @@ TEST(ContainerCases, WrittenFormsAndSettings) {
       {written(qq({"1/2", "7/2", "-7/2", "inf", "-inf"})), "[ 1/2 3:1/2 -3:1/2 inf -inf ]"},
       {empty, "[\n]"},
       {written(m), "[\n[ 1 0 ]\n[ 0 -3 ]\n]"},
-      {written(array<long>(" ", {})), "[ ]"},
       {written(array<long>("\n", {})), "[\n]"},
       {written(array<long>("\n", {1, -2})), "[\n1\n-2\n]"},
       {written(array<long>(", ", {1, 2})), "[ 1,2 ]"},
@@ -175,32 +161,6 @@ TEST(ContainerCases, WrittenFormsAndSettings) {
   EXPECT_TRUE(v.getDelimiters() == " " && v.getAllowComments() && v.getSecondFlag());
 }
 
-// Writing, reading back and writing again gives the same text: huge, mixed and infinite values,
-// delimiters that must be escaped.
-TEST(ContainerCases, RandomRoundTrips) {
-  std::mt19937_64 random(4242);
-  const std::string delimiterSets[] = {" ", ", ", ";", "\n", ";:/-", "\t"};
-  auto value = [&] {
-    std::string text = random() % 2 == 0 ? "-" : "";
-    if (random() % 5 == 0) return QQ(text + "inf");
-    for (int k = static_cast<int>(random() % 25); k >= 0; --k) text += char('1' + random() % 9);
-    return QQ(text + "/" + std::to_string(random() % 1000 + 1));
-  };
-  for (int round = 0; round < 200; ++round) {
-    SerializableArray<QQ> a(delimiterSets[round % 6], false, false);
-    Matrix<QQ> m;
-    m.setZero(static_cast<long>(random() % 3) + 1, static_cast<long>(random() % 8));
-    a.resize(static_cast<long>(random() % 8), false);
-    for (long i = 1; i <= a.getDimension(); ++i) a[i] = value();
-    for (long j = 1; j <= m.getColumns(); ++j) m[1][j] = value();
-    SerializableArray<QQ> a2(delimiterSets[round % 6], false, false);
-    Matrix<QQ> m2;
-    std::istringstream in(written(a) + " " + written(m));
-    in >> a2 >> m2;
-    ASSERT_EQ(written(a2) + written(m2), written(a) + written(m));
-  }
-}
-
 // Reads text into a copy of x: its written form (with the column count of a matrix) or the
 // failure, and the unread rest.
 template <typename Object>
@@ -225,6 +185,8 @@ TEST(ContainerCases, ReaderQuirks) {
   const Read comments = reader(SerializableArray<long>(" ", true, false));
   const Read comma = reader(SerializableArray<long>(",", false, false));
   const Read qqComma = reader(SerializableArray<QQ>(",", false, false));
+  const Read escaping = reader(SerializableArray<QQ>(",:", false, false));
+  const Read lines = reader(SerializableArray<long>("\n", false, false));
   const Read longs = reader(Vector<long>());
   const Read rationals = reader(qq({"9"}));
   const Read matrix = reader(Matrix<long>());
@@ -239,6 +201,8 @@ TEST(ContainerCases, ReaderQuirks) {
       {comma, "[,1]", "[ 1 ]|"},  // one leading delimiter is skipped
       {comma, "[,,1]", "[ 0,1 ]|"},
       {qqComma, "[ 1,,2 ]", "QQ: parse error1|2 ]"},
+      {escaping, "[ 3\\:1/2,-inf ]", "[ 3\\:1/2,-inf ]|"},  // the written forms read back
+      {lines, "[\n1\n-2\n]", "[\n1\n-2\n]|"},
       {longs, "5", "[ ]|5"},  // no bracket: nothing read, nothing consumed
       {longs, "[ 1 -inf inf ] [ 2 ]", "[ 1 0 0 ]| [ 2 ]"},  // inf of long is a never-set 0
       {longs, "[ ix ]", std::string(messages::kVectorBadInput2) + "|x ]"},

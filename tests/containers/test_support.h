@@ -3,9 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <istream>
 #include <iterator>
 #include <sstream>
+#include <stdexcept>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -13,6 +15,7 @@
 #include <lpconv/containers/array.h>
 #include <lpconv/containers/serializable.h>
 #include <lpconv/numbers/qq.h>
+#include <lpconv/util/failure.h>
 
 namespace lpconv::testing_support {
 
@@ -29,6 +32,22 @@ inline std::string failureRegex(const std::string& message) {
     escaped += c;
   }
   return "^\n\\*\\*\\* FAIL: " + escaped + "\n$";
+}
+
+// With throwFailure installed: "" when f returns, else the failure message (or that of the integer
+// reader's std::invalid_argument).
+inline std::string failureOf(const std::function<void()>& f) {
+  const FailureHandler previous = setFailureHandler(throwFailure);
+  std::string message;
+  try {
+    f();
+  } catch (const FailureException& e) {
+    message = e.what();
+  } catch (const std::invalid_argument& e) {
+    message = e.what();
+  }
+  setFailureHandler(previous);
+  return message;
 }
 
 // The elements 1..dimension as a std::vector, for whole-value comparisons.

@@ -1,6 +1,7 @@
 // The containers' edge cases that caught real faults, one table per concern: checked access at the
-// boundaries, growth and capacities, written forms and round trips, the reader quirks, matrix
-// shapes, tolerant equality, subtraction and split. Failures are caught through throwFailure.
+// boundaries, growth and capacities, written forms, the reader quirks (above all of the array
+// tokens, which the property test takes as given), matrix shapes, tolerant equality, subtraction
+// and split. Failures are caught through throwFailure.
 
 #include <climits>
 #include <functional>
@@ -20,10 +21,7 @@
 namespace lpconv {
 namespace {
 
-using testing_support::contents;
-using testing_support::describeSlots;
-using testing_support::failureOf;
-using testing_support::rest;
+using namespace testing_support;
 
 template <typename Object>
 std::string written(const Object& x) {

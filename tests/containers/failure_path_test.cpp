@@ -18,8 +18,7 @@
 namespace lpconv {
 namespace {
 
-using testing_support::failureOf;
-using testing_support::failureRegex;
+using namespace testing_support;
 
 struct Objects {
   Vector<QQ> rationals;

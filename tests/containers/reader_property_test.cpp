@@ -20,8 +20,7 @@
 namespace lpconv {
 namespace {
 
-using testing_support::describeSlots;
-using testing_support::rest;
+using namespace testing_support;
 
 const std::string kWhite = " \t\r\n";
 

@@ -269,7 +269,8 @@ TEST(ContainerCases, MatrixShapes) {
   EXPECT_EQ(failureOf([&] { m.setZero(2, -3); }), messages::kArrayDimensionNegative);
 }
 
-TEST(ContainerCases, EqualityWithTheTolerance) {
+// Equality within the tolerance, and subtraction in place.
+TEST(ContainerCases, VectorArithmetic) {
   const std::tuple<const char*, const char*, bool> cases[] = {
       // exactly the tolerance still counts as equal
       {"0", "1/1000000000", true},   {"0", "-1/1000000000", true},
@@ -284,18 +285,16 @@ TEST(ContainerCases, EqualityWithTheTolerance) {
     EXPECT_EQ(a == b, equal) << x << " vs " << y;
     EXPECT_EQ(b == a, equal) << x << " vs " << y;
   }
-  const Vector<QQ> a = qq({"inf", "2"});
-  const Vector<QQ>& self = a;
-  EXPECT_TRUE(a == self);  // the same object is never checked
-  EXPECT_EQ(failureOf([&] { (void)(a == qq({"inf"})); }), messages::kVectorDimensionMismatch9);
+  const Vector<QQ> infinite = qq({"inf", "2"});
+  const Vector<QQ>& self = infinite;
+  EXPECT_TRUE(infinite == self);  // the same object is never checked
+  EXPECT_EQ(failureOf([&] { (void)(self == qq({"inf"})); }), messages::kVectorDimensionMismatch9);
   Vector<long> x;
   x.resize(2, false);
   Vector<long> y = x;
   y[2] = 1;
   EXPECT_TRUE(x != y);  // longs compare exactly
-}
 
-TEST(ContainerCases, SubtractInPlace) {
   Vector<QQ> a = qq({"1/2", "inf", "-inf", "3"});
   a -= qq({"1/3", "5", "inf", "-1/4"});
   EXPECT_EQ(written(a), "[ 1/6 inf -inf 3:1/4 ]");
@@ -311,17 +310,18 @@ TEST(ContainerCases, SubtractInPlace) {
 }
 
 TEST(ContainerCases, Split) {
-  const std::tuple<std::string, char, std::vector<std::string>> cases[] = {
-      {"a,,b,", ',', {"a", "", "b"}},
-      {"", ',', {}},
-      {",", ',', {""}},
-      {",,", ',', {"", ""}},
-      {",a", ',', {"", "a"}},
-      {"a,b", ';', {"a,b"}},
-      {"x1 x2  x3", ' ', {"x1", "x2", "", "x3"}},
-      {"line\n", '\n', {"line"}}};
+  const std::tuple<const char*, char, const char*> cases[] = {{"a,,b,", ',', "[a][][b]"},
+                                                              {"", ',', ""},
+                                                              {",", ',', "[]"},
+                                                              {",,", ',', "[][]"},
+                                                              {",a", ',', "[][a]"},
+                                                              {"a,b", ';', "[a,b]"},
+                                                              {"x1 x2  x3", ' ', "[x1][x2][][x3]"},
+                                                              {"line\n", '\n', "[line]"}};
   for (const auto& [text, delimiter, pieces] : cases) {
-    EXPECT_EQ(contents(split(text, delimiter)), pieces) << text;
+    std::string joined;
+    for (const String& piece : contents(split(text, delimiter))) joined += "[" + piece + "]";
+    EXPECT_EQ(joined, pieces) << text;
   }
 }
 

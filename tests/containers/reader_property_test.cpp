@@ -20,7 +20,7 @@
 namespace lpconv {
 namespace {
 
-using testing_support::rest;
+using namespace testing_support;
 
 const std::string kWhite = " \t\r\n";
 
@@ -116,24 +116,6 @@ void literalArray(std::istream& is, SerializableArray<T>& a) {
 }
 
 // Everything observable after a read: the outcome, the stream, and the object when it succeeded.
-template <typename T>
-std::string describeSlots(const Array<T>& a) {
-  std::ostringstream out;
-  out << "dim " << a.getDimension() << " cap " << a.getCapacity() << " {";
-  for (long i = 0; a.data() != nullptr && i <= a.getDimension(); ++i) {
-    if constexpr (std::is_same_v<T, long>) {
-      out << a.data()[i] << ' ';
-    } else if constexpr (std::is_same_v<T, QQ>) {
-      out << a.data()[i] << (a.data()[i].isPositive ? "+ " : " ");
-    } else {
-      const Serializable& row = a.data()[i];
-      out << describeSlots(a.data()[i]) << row.getDelimiters() << row.getAllowComments()
-          << row.getSecondFlag() << ' ';
-    }
-  }
-  return out.str() + "}";
-}
-
 template <typename Object, typename Reader>
 std::string outcome(Object& x, const std::string& text, Reader read, bool withFailedStream) {
   std::stringstream is(text);
@@ -142,7 +124,8 @@ std::string outcome(Object& x, const std::string& text, Reader read, bool withFa
   try {
     read(is, x);
     result = "ok " + describeSlots(x);
-    if constexpr (std::is_base_of_v<Matrix<QQ>, Object> || std::is_base_of_v<Matrix<long>, Object>) {
+    if constexpr (std::is_base_of_v<Matrix<QQ>, Object> ||
+                  std::is_base_of_v<Matrix<long>, Object>) {
       result += " cols " + std::to_string(x.getColumns());
     }
   } catch (const FailureException& e) {
@@ -160,15 +143,33 @@ std::string outcome(Object& x, const std::string& text, Reader read, bool withFa
 // Rows of a matrix text have the common width or, now and then, fewer entries.
 std::string randomText(std::mt19937_64& random, int depth, long width = -1) {
   const bool outer = width < 0;
-  static const std::vector<std::string> kElements = {
-      "0", "1", "-1", "42", "--5", "+7", "-0", "inf", "-inf", "1/2", "-3:1/2", "0.5", "1,5",
-      "007", "123456789012345678", "1234567890123456789", "99999999999999999999",
-      "9223372036854775807", "-9223372036854775808", "--9223372036854775808", "1e5", "2:1/3"};
+  static const std::vector<std::string> kElements = {"0",
+                                                     "1",
+                                                     "-1",
+                                                     "42",
+                                                     "--5",
+                                                     "+7",
+                                                     "-0",
+                                                     "inf",
+                                                     "-inf",
+                                                     "1/2",
+                                                     "-3:1/2",
+                                                     "0.5",
+                                                     "1,5",
+                                                     "007",
+                                                     "123456789012345678",
+                                                     "1234567890123456789",
+                                                     "99999999999999999999",
+                                                     "9223372036854775807",
+                                                     "-9223372036854775808",
+                                                     "--9223372036854775808",
+                                                     "1e5",
+                                                     "2:1/3"};
   static const std::vector<std::string> kHostile = {
-      "i", "in", "ix", "inx", "x", ",", "/", "/*", "*/", "//", "\\", "-", "--", "- 5", "[", "]",
-      "1/0", "1.0", ".5", "1:01/2", "\v", "\f", "0x10", "\xff"};
-  static const std::vector<std::string> kGaps = {" ", "  ", "\n", "\t", "\r\n", "/* c */",
-                                                 "// c\n", ""};
+      "i",  "in",  "ix", "inx", "x",   ",",   "/",  "/*",     "*/", "//", "\\",   "-",
+      "--", "- 5", "[",  "]",   "1/0", "1.0", ".5", "1:01/2", "\v", "\f", "0x10", "\xff"};
+  static const std::vector<std::string> kGaps = {" ",    "  ",      "\n",     "\t",
+                                                 "\r\n", "/* c */", "// c\n", ""};
   auto pick = [&](const std::vector<std::string>& from) { return from[random() % from.size()]; };
   std::string text = pick(kGaps) + "[" + pick(kGaps);
   long count = random() % 4 == 0 ? static_cast<long>(random() % 400) : random() % 6;
@@ -238,8 +239,8 @@ class ReaderProperty : public ::testing::Test {
       giveHistory(fast, history1);
       giveHistory(slow, history2);
       const std::string expected = outcome(slow, text, literal, failed);
-      const std::string actual =
-          outcome(fast, text, [](std::istream& is, Object& x) { is >> x; }, failed);
+      const std::string actual = outcome(
+          fast, text, [](std::istream& is, Object& x) { is >> x; }, failed);
       ASSERT_EQ(expected, actual) << "text: " << text;
       // A failed read leaves a usable object: it reads the next text like a fresh one.
       std::istringstream again(depth == 0 ? "[ 7 ]" : "[ [ 7 ] ]");

@@ -3,14 +3,19 @@
 
 #include <gtest/gtest.h>
 
-#include <initializer_list>
+#include <functional>
 #include <istream>
 #include <iterator>
-#include <random>
+#include <sstream>
+#include <stdexcept>
 #include <string>
+#include <type_traits>
 #include <vector>
 
+#include <lpconv/containers/array.h>
+#include <lpconv/containers/serializable.h>
 #include <lpconv/numbers/qq.h>
+#include <lpconv/util/failure.h>
 
 namespace lpconv::testing_support {
 
@@ -29,12 +34,20 @@ inline std::string failureRegex(const std::string& message) {
   return "^\n\\*\\*\\* FAIL: " + escaped + "\n$";
 }
 
-// Fills a one-based container with the given values.
-template <typename Container, typename T>
-void fill(Container& c, std::initializer_list<T> values) {
-  c.resize(static_cast<long>(values.size()), false);
-  long i = 1;
-  for (const T& v : values) c[i++] = v;
+// With throwFailure installed: "" when f returns, else the failure message (or that of the integer
+// reader's std::invalid_argument).
+inline std::string failureOf(const std::function<void()>& f) {
+  const FailureHandler previous = setFailureHandler(throwFailure);
+  std::string message;
+  try {
+    f();
+  } catch (const FailureException& e) {
+    message = e.what();
+  } catch (const std::invalid_argument& e) {
+    message = e.what();
+  }
+  setFailureHandler(previous);
+  return message;
 }
 
 // The elements 1..dimension as a std::vector, for whole-value comparisons.
@@ -45,31 +58,23 @@ auto contents(const Container& c) {
   return out;
 }
 
-// The written forms of elements 1..dimension: exact, unlike the tolerant vector comparison.
-template <typename Container>
-std::vector<std::string> texts(const Container& c) {
-  std::vector<std::string> out;
-  for (long i = 1; i <= c.getDimension(); ++i) out.push_back(toString(c[i]));
-  return out;
-}
-
-// A random rational: small fractions, huge integers and fractions, and the two infinities.
-inline QQ randomQQ(std::mt19937_64& random) {
-  switch (random() % 8) {
-    case 0:
-      return QQ(random() % 2 == 0);
-    case 1: {
-      std::string digits = random() % 2 == 0 ? "-" : "";
-      digits += std::to_string(random() % 9 + 1);
-      for (int k = static_cast<int>(random() % 40); k > 0; --k)
-        digits += std::to_string(random() % 10);
-      return QQ(digits + "/" + std::to_string(random() % 1000000007 + 1));
+// Dimension, capacity and every slot 0..dimension; rows with their settings.
+template <typename T>
+std::string describeSlots(const Array<T>& a) {
+  std::ostringstream out;
+  out << "dim " << a.getDimension() << " cap " << a.getCapacity() << " {";
+  for (long i = 0; a.data() != nullptr && i <= a.getDimension(); ++i) {
+    if constexpr (std::is_same_v<T, long>) {
+      out << a.data()[i] << ' ';
+    } else if constexpr (std::is_same_v<T, QQ>) {
+      out << a.data()[i] << (a.data()[i].isPositive ? "+ " : " ");
+    } else {
+      const Serializable& row = a.data()[i];
+      out << describeSlots(a.data()[i]) << row.getDelimiters() << row.getAllowComments()
+          << row.getSecondFlag() << ' ';
     }
-    case 2:
-      return QQ();
-    default:
-      return QQ(static_cast<long>(random() % 2001) - 1000, static_cast<long>(random() % 97) + 1);
   }
+  return out.str() + "}";
 }
 
 }  // namespace lpconv::testing_support

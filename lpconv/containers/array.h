@@ -155,7 +155,8 @@ class Array {
 
     // The slot of the next element.
     T& next() {
-      if (spill.empty() && array.dimension < array.capacity) return array.elements[++array.dimension];
+      if (spill.empty() && array.dimension < array.capacity)
+        return array.elements[++array.dimension];
       return spill.emplace_back();
     }
     long count() const { return array.dimension + static_cast<long>(spill.size()); }

@@ -1,8 +1,11 @@
 // Speed of the QQ operations on the converter's hot path: numbers read from the input
-// (conversion from dbl_t), comparisons and subtractions of coefficients, and writing.
+// (conversion from dbl_t), comparisons and subtractions of coefficients, and writing; and the
+// cost of making, copying and destroying the values a vector holds, with the heap they take.
 
 #include <benchmark/benchmark.h>
+#include <gmp.h>
 
+#include <cstddef>
 #include <cstdlib>
 #include <random>
 #include <sstream>
@@ -16,6 +19,44 @@ namespace lpconv {
 namespace {
 
 constexpr std::size_t kCount = 4096;
+
+// Every limb block GMP takes from the heap, counted through its memory functions (the only heap
+// a QQ uses besides its own 80 bytes).
+struct HeapCount {
+  std::size_t blocks = 0;
+  std::size_t bytes = 0;
+};
+HeapCount heapCount;
+void* (*gmpAllocate)(std::size_t);
+void* (*gmpReallocate)(void*, std::size_t, std::size_t);
+void (*gmpFree)(void*, std::size_t);
+
+void* countedAllocate(std::size_t n) {
+  ++heapCount.blocks;
+  heapCount.bytes += n;
+  return gmpAllocate(n);
+}
+void* countedReallocate(void* p, std::size_t oldSize, std::size_t newSize) {
+  heapCount.bytes += newSize - oldSize;
+  return gmpReallocate(p, oldSize, newSize);
+}
+
+[[maybe_unused]] const bool kCounting = [] {
+  mp_get_memory_functions(&gmpAllocate, &gmpReallocate, &gmpFree);
+  mp_set_memory_functions(countedAllocate, countedReallocate, gmpFree);
+  return true;
+}();
+
+// Blocks and bytes taken per QQ while `make` builds `count` of them.
+template <typename Make>
+void reportHeapPerValue(benchmark::State& state, std::size_t count, Make make) {
+  const HeapCount before = heapCount;
+  make();
+  state.counters["heap_blocks_per_QQ"] =
+      static_cast<double>(heapCount.blocks - before.blocks) / static_cast<double>(count);
+  state.counters["heap_bytes_per_QQ"] =
+      static_cast<double>(heapCount.bytes - before.bytes) / static_cast<double>(count);
+}
 
 // Coefficients as an LP file holds them: mostly short decimals, some integers, a few long ones.
 std::vector<dbl_t> inputNumbers() {
@@ -185,6 +226,88 @@ void BM_AppendText(benchmark::State& state) {
   state.SetItemsProcessed(state.iterations());
 }
 BENCHMARK(BM_AppendText);
+
+constexpr std::size_t kMillion = 1000000;
+
+// Builds and destroys a million values in storage reserved once, as a vector reader fills them;
+// the heap counters are those of one filling.
+template <typename Make>
+void constructAndDestroy(benchmark::State& state, Make make) {
+  std::vector<QQ> values;
+  values.reserve(kMillion);
+  reportHeapPerValue(state, kMillion, [&] {
+    for (std::size_t i = 0; i < kMillion; ++i) values.push_back(make());
+  });
+  values.clear();
+  for (auto _ : state) {
+    for (std::size_t i = 0; i < kMillion; ++i) values.push_back(make());
+    benchmark::DoNotOptimize(values.data());
+    values.clear();
+  }
+  state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(kMillion));
+}
+
+void BM_ConstructDestroyDefault(benchmark::State& state) {
+  constructAndDestroy(state, [] { return QQ(); });
+}
+BENCHMARK(BM_ConstructDestroyDefault)->Unit(benchmark::kMillisecond);
+
+void BM_ConstructDestroyZero(benchmark::State& state) {
+  constructAndDestroy(state, [] { return QQ(0L); });
+}
+BENCHMARK(BM_ConstructDestroyZero)->Unit(benchmark::kMillisecond);
+
+void BM_ConstructDestroy42(benchmark::State& state) {
+  constructAndDestroy(state, [] { return QQ(42L); });
+}
+BENCHMARK(BM_ConstructDestroy42)->Unit(benchmark::kMillisecond);
+
+void BM_ConstructDestroyInfinity(benchmark::State& state) {
+  constructAndDestroy(state, [] { return QQ(true); });
+}
+BENCHMARK(BM_ConstructDestroyInfinity)->Unit(benchmark::kMillisecond);
+
+// Copies a million values of one kind into reserved storage and destroys the copies.
+void copyMillion(benchmark::State& state, const QQ& value) {
+  const std::vector<QQ> source(kMillion, value);
+  std::vector<QQ> copies;
+  copies.reserve(kMillion);
+  reportHeapPerValue(state, kMillion, [&] { copies.assign(source.begin(), source.end()); });
+  copies.clear();
+  for (auto _ : state) {
+    copies.insert(copies.end(), source.begin(), source.end());
+    benchmark::DoNotOptimize(copies.data());
+    copies.clear();
+  }
+  state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(kMillion));
+}
+
+void BM_CopyZero(benchmark::State& state) { copyMillion(state, QQ(0L)); }
+BENCHMARK(BM_CopyZero)->Unit(benchmark::kMillisecond);
+
+void BM_Copy42(benchmark::State& state) { copyMillion(state, QQ(42L)); }
+BENCHMARK(BM_Copy42)->Unit(benchmark::kMillisecond);
+
+void BM_CopyHalf(benchmark::State& state) { copyMillion(state, QQ(1L, 2L)); }
+BENCHMARK(BM_CopyHalf)->Unit(benchmark::kMillisecond);
+
+// A million integers and fractions through the text parser, as a reader meets them.
+void BM_ParseMillion(benchmark::State& state) {
+  const char* const texts[] = {"0", "42", "-7", "1", "3:1/2", "1/3", "inf", "12.5"};
+  std::vector<QQ> values;
+  values.reserve(kMillion);
+  reportHeapPerValue(state, kMillion, [&] {
+    for (std::size_t i = 0; i < kMillion; ++i) values.emplace_back(texts[i % 8]);
+  });
+  values.clear();
+  for (auto _ : state) {
+    for (std::size_t i = 0; i < kMillion; ++i) values.emplace_back(texts[i % 8]);
+    benchmark::DoNotOptimize(values.data());
+    values.clear();
+  }
+  state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(kMillion));
+}
+BENCHMARK(BM_ParseMillion)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace lpconv

@@ -37,23 +37,31 @@ void setZero(QQ& r) {
   r.isPositive = true;
   detail::setUnsigned(r.ganze.value, 0);
   detail::setUnsigned(r.zaehler.value, 0);
-  mpz_set_ui(r.nenner.value, 1);
+  detail::setUnsigned(r.nenner.value, 1);
 }
 
 void setInfinity(QQ& r, bool positive) {
   r.isInf = true;
   r.isPositive = positive;
-  mpz_set_ui(r.ganze.value, 1);
+  detail::setUnsigned(r.ganze.value, 1);
   detail::setUnsigned(r.zaehler.value, 0);
-  mpz_set_ui(r.nenner.value, 1);
+  detail::setUnsigned(r.nenner.value, 1);
+}
+
+// Swaps a result register into a field. The field's old value lands in the register; one without
+// limbs of its own is dropped there, so that no register enters an operation sharing the limb of
+// 1 and every register may be written in place.
+void takeRegister(ZZ& field, mpz_ptr reg) {
+  mpz_swap(field.value, reg);
+  if (reg->_mp_alloc == 0) detail::setWithoutLimbs(reg, 0);
 }
 
 // Moves the registers g, z, n into r as a finite value with the given sign; 0 is made positive.
 void takeRegisters(QQ& r, Registers& s, bool positive) {
   r.isInf = false;
-  mpz_swap(r.ganze.value, s.g);
-  mpz_swap(r.zaehler.value, s.z);
-  mpz_swap(r.nenner.value, s.n);
+  takeRegister(r.ganze, s.g);
+  takeRegister(r.zaehler, s.z);
+  takeRegister(r.nenner, s.n);
   r.isPositive = positive || (mpz_sgn(r.ganze.value) == 0 && mpz_sgn(r.zaehler.value) == 0);
 }
 
@@ -102,7 +110,7 @@ bool combineFractions(Registers& s, const QQ& a, const QQ& b, bool subtract) {
 // Cancels the common factor of s.z and s.n, which divides s.d when mayShare is set.
 void reduceFraction(Registers& s, bool mayShare) {
   if (mpz_sgn(s.z) == 0) {
-    mpz_set_ui(s.n, 1);
+    detail::setUnsigned(s.n, 1);
     return;
   }
   if (!mayShare) return;
@@ -118,8 +126,8 @@ void addMagnitudes(QQ& r, const QQ& a, const QQ& b, bool positive) {
   Registers& s = registers();
   if (isOne(a.nenner) && isOne(b.nenner)) {
     mpz_add(s.g, a.ganze.value, b.ganze.value);
-    mpz_set_ui(s.z, 0);
-    mpz_set_ui(s.n, 1);
+    detail::setUnsigned(s.z, 0);
+    detail::setUnsigned(s.n, 1);
     takeRegisters(r, s, positive);
     return;
   }
@@ -140,8 +148,8 @@ void subMagnitudes(QQ& r, const QQ& a, const QQ& b, bool negated) {
     mpz_sub(s.g, a.ganze.value, b.ganze.value);
     const bool nonNegative = mpz_sgn(s.g) >= 0;
     mpz_abs(s.g, s.g);
-    mpz_set_ui(s.z, 0);
-    mpz_set_ui(s.n, 1);
+    detail::setUnsigned(s.z, 0);
+    detail::setUnsigned(s.n, 1);
     takeRegisters(r, s, nonNegative != negated);
     return;
   }
@@ -267,15 +275,16 @@ void improperNumerator(mpz_ptr target, const QQ& x) {
 void splitImproper(Registers& s, mpz_srcptr num, mpz_srcptr den) {
   if (mpz_cmp_ui(den, 1) == 0) {
     mpz_set(s.g, num);
-    mpz_set_ui(s.z, 0);
-    mpz_set_ui(s.n, 1);
+    detail::setUnsigned(s.z, 0);
+    detail::setUnsigned(s.n, 1);
     return;
   }
   mpz_fdiv_qr(s.g, s.z, num, den);
   mpz_set(s.n, den);
 }
 
-// Divides x and y by their gcd, kept in `common`.
+// Divides x and y by their gcd, kept in `common`. A gcd other than 1 leaves neither x nor y at
+// 1, so both own the limbs they are divided in.
 void cancel(mpz_ptr x, mpz_ptr y, mpz_ptr common) {
   mpz_gcd(common, x, y);
   if (mpz_cmp_ui(common, 1) != 0) {
@@ -305,7 +314,7 @@ void setQuotient(QQ& r, detail::u128 p, detail::u128 q, bool positive) {
   if (q == 1) {
     detail::setWide(r.ganze.value, p);
     detail::setUnsigned(r.zaehler.value, 0);
-    mpz_set_ui(r.nenner.value, 1);
+    detail::setUnsigned(r.nenner.value, 1);
     return;
   }
   detail::setWide(r.ganze.value, p / q);
@@ -334,8 +343,8 @@ void mulMagnitudes(QQ& r, const QQ& a, const QQ& b, bool positive) {
   Registers& s = registers();
   if (isOne(a.nenner) && isOne(b.nenner)) {
     mpz_mul(s.g, a.ganze.value, b.ganze.value);
-    mpz_set_ui(s.z, 0);
-    mpz_set_ui(s.n, 1);
+    detail::setUnsigned(s.z, 0);
+    detail::setUnsigned(s.n, 1);
     takeRegisters(r, s, positive);
     return;
   }
@@ -482,28 +491,14 @@ void divByTerms(QQ& r, const QQ& a, const QQ& b) {
 
 }  // namespace
 
-QQ::QQ() : isInf(false), isPositive(true), ganze(), zaehler(), nenner(1ul) {}
-
-QQ::QQ(bool positive) : isInf(true), isPositive(positive), ganze(1ul), zaehler(), nenner(1ul) {}
-
-QQ::QQ(long v) : isInf(false), isPositive(v >= 0), ganze(), zaehler(), nenner(1ul) {
-  // The magnitude is taken in unsigned arithmetic so that LONG_MIN does not overflow.
-  const unsigned long magnitude =
-      v >= 0 ? static_cast<unsigned long>(v) : 0ul - static_cast<unsigned long>(v);
-  mpz_set_ui(ganze.value, magnitude);
+QQ::QQ(const ZZ& z) : isInf(false), isPositive(z.sign() >= 0), ganze(z) {
+  abs(ganze);
+  detail::setWithoutLimbs(nenner.value, 1);
 }
 
-QQ::QQ(int v) : QQ(static_cast<long>(v)) {}
-
-QQ::QQ(unsigned long v) : isInf(false), isPositive(true), ganze(v), zaehler(), nenner(1ul) {}
-
-QQ::QQ(const ZZ& z) : isInf(false), isPositive(z.sign() >= 0), ganze(z), zaehler(), nenner(1ul) {
+QQ::QQ(ZZ&& z) : isInf(false), isPositive(z.sign() >= 0), ganze(std::move(z)) {
   abs(ganze);
-}
-
-QQ::QQ(ZZ&& z)
-    : isInf(false), isPositive(z.sign() >= 0), ganze(std::move(z)), zaehler(), nenner(1ul) {
-  abs(ganze);
+  detail::setWithoutLimbs(nenner.value, 1);
 }
 
 QQ::QQ(const ZZ& numerator, const ZZ& denominator) : QQ(ZZ(numerator), ZZ(denominator)) {}
@@ -729,17 +724,19 @@ QQ& normalize(QQ& x) {
   }
   if (x.isInf) return x;
   if (x.zaehler.isZero()) {
-    mpz_set_ui(x.nenner.value, 1);
+    detail::setUnsigned(x.nenner.value, 1);
     if (x.ganze.isZero()) x.isPositive = true;
     return x;
   }
   Registers& s = registers();
   if (mpz_cmp(x.zaehler.value, x.nenner.value) >= 0) {
+    x.zaehler.ensureOwnLimbs();
+    x.ganze.ensureOwnLimbs();
     mpz_fdiv_qr(s.t, x.zaehler.value, x.zaehler.value, x.nenner.value);
     mpz_add(x.ganze.value, x.ganze.value, s.t);
   }
   if (x.zaehler.isZero()) {
-    mpz_set_ui(x.nenner.value, 1);
+    detail::setUnsigned(x.nenner.value, 1);
     return x;
   }
   cancel(x.zaehler.value, x.nenner.value, s.t);
@@ -785,8 +782,8 @@ QQ& limitDigits(QQ& x, long maxDigits, bool keepLeading) {
     dropLastDigits(oldNenner, dz - 1);
     if (x.nenner != oldNenner) return x;
   }
-  mpz_set_ui(x.zaehler.value, 0);
-  mpz_set_ui(x.nenner.value, 1);
+  detail::setUnsigned(x.zaehler.value, 0);
+  detail::setUnsigned(x.nenner.value, 1);
   return x;
 }
 

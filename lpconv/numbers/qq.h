@@ -6,6 +6,10 @@
 // and 0 is never negative. An infinity has isInf set, ganze 1, zaehler 0, nenner 1 and its sign in
 // isPositive. Every operation below returns canonical values for canonical operands; undefined
 // cases (INF - INF, 0 · INF, ...) end the process through reportFailure.
+//
+// A field holding 0 owns no limbs, and one holding 1 is usually the shared one (see zz.h): 0, the
+// integers 1 and -1 and the infinities take no heap, other integers one limb. Before writing into
+// a field with a raw GMP call that also reads it, call ensureOwnLimbs() on that field.
 
 #include <cstdint>
 #include <iosfwd>
@@ -31,13 +35,24 @@ class QQ {
   ZZ nenner;
 
   // 0.
-  QQ();
+  QQ() : isInf(false), isPositive(true) { detail::setWithoutLimbs(nenner.value, 1); }
   // The infinity constructor: +infinity for true, -infinity for false.
-  explicit QQ(bool positive);
-  // Integers convert implicitly.
-  QQ(long v);
-  QQ(int v);
-  QQ(unsigned long v);
+  explicit QQ(bool positive) : isInf(true), isPositive(positive) {
+    detail::setWithoutLimbs(ganze.value, 1);
+    detail::setWithoutLimbs(nenner.value, 1);
+  }
+  // Integers convert implicitly. The magnitude is taken in unsigned arithmetic so that LONG_MIN
+  // does not overflow.
+  QQ(long v) : isInf(false), isPositive(v >= 0) {
+    detail::setUnsigned(
+        ganze.value, v >= 0 ? static_cast<unsigned long>(v) : 0ul - static_cast<unsigned long>(v));
+    detail::setWithoutLimbs(nenner.value, 1);
+  }
+  QQ(int v) : QQ(static_cast<long>(v)) {}
+  QQ(unsigned long v) : isInf(false), isPositive(true) {
+    detail::setUnsigned(ganze.value, v);
+    detail::setWithoutLimbs(nenner.value, 1);
+  }
   // A floating value would silently lose its fraction on the way through long: fromDbl is the
   // conversion from dbl_t. (This also keeps floor(2.5) and the like from binding to QQ.)
   QQ(double) = delete;
@@ -54,9 +69,21 @@ class QQ {
   explicit QQ(const std::string& text);
   explicit QQ(const char* text);
 
-  QQ(const QQ& other) = default;
+  // Copies keep sharing the shared one; copy assignment keeps the limbs the fields own.
+  QQ(const QQ& other) : isInf(other.isInf), isPositive(other.isPositive) {
+    detail::initSharing(ganze.value, other.ganze.value);
+    detail::initSharing(zaehler.value, other.zaehler.value);
+    detail::initSharing(nenner.value, other.nenner.value);
+  }
   QQ(QQ&& other) noexcept = default;
-  QQ& operator=(const QQ& other) = default;
+  QQ& operator=(const QQ& other) {
+    isInf = other.isInf;
+    isPositive = other.isPositive;
+    detail::assignSharing(ganze.value, other.ganze.value);
+    detail::assignSharing(zaehler.value, other.zaehler.value);
+    detail::assignSharing(nenner.value, other.nenner.value);
+    return *this;
+  }
   QQ& operator=(QQ&& other) noexcept = default;
   ~QQ() = default;
 

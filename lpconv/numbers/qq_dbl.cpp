@@ -62,7 +62,7 @@ void setDecimal(QQ& r, bool positive, std::uint64_t mantissa, long scale) {
     setSmall(r, positive, mantissa, 0, 1);
     ZZ power;
     mpz_ui_pow_ui(power.value, 10, static_cast<unsigned long>(scale));
-    mpz_mul(r.ganze.value, r.ganze.value, power.value);
+    mpz_mul_ui(r.ganze.value, power.value, mantissa);
     return;
   }
   // The denominator 10^places = 2^places · 5^places shares only twos and fives with the mantissa.

@@ -1,11 +1,13 @@
 // The text form of QQ: the writer, the string parser and the stream reader.
 
+#include <lpconv/numbers/internal/wide_int.h>
 #include <lpconv/numbers/messages.h>
 #include <lpconv/numbers/qq.h>
 #include <lpconv/util/failure.h>
 #include <lpconv/util/stream_helpers.h>
 
 #include <cctype>
+#include <cstdint>
 #include <istream>
 #include <ostream>
 #include <string>
@@ -68,9 +70,9 @@ bool parsePlainInteger(std::string_view text, QQ& r) {
   }
   r.isInf = false;
   r.isPositive = positive || value == 0;
-  mpz_set_si(r.ganze.value, value);
-  mpz_set_ui(r.zaehler.value, 0);
-  mpz_set_ui(r.nenner.value, 1);
+  detail::setUnsigned(r.ganze.value, static_cast<std::uint64_t>(value));
+  detail::setUnsigned(r.zaehler.value, 0);
+  detail::setUnsigned(r.nenner.value, 1);
   return true;
 }
 

@@ -10,6 +10,12 @@
 
 namespace lpconv {
 
+void detail::giveOwnLimbs(mpz_ptr z) {
+  mpz_t own;
+  mpz_init_set(own, z);
+  *z = *own;
+}
+
 namespace {
 
 [[noreturn]] void throwBadText() { throw std::invalid_argument("mpz_set_str"); }
@@ -51,20 +57,6 @@ int decimalDigitsOf(unsigned long v) {
 
 }  // namespace
 
-BigInt::BigInt() { mpz_init(value); }
-
-BigInt::BigInt(long v) {
-  mpz_init(value);
-  mpz_set_si(value, v);
-}
-
-BigInt::BigInt(unsigned long v) { mpz_init_set_ui(value, v); }
-
-BigInt::BigInt(int v) {
-  mpz_init(value);
-  mpz_set_si(value, v);
-}
-
 BigInt::BigInt(const std::string& text) : BigInt(text.c_str()) {}
 
 BigInt::BigInt(const char* text) {
@@ -77,25 +69,6 @@ BigInt::BigInt(const char* text) {
   }
 }
 
-BigInt::BigInt(const BigInt& other) { mpz_init_set(value, other.value); }
-
-BigInt::BigInt(BigInt&& other) noexcept {
-  mpz_init(value);
-  mpz_swap(value, other.value);
-}
-
-BigInt& BigInt::operator=(const BigInt& other) {
-  mpz_set(value, other.value);
-  return *this;
-}
-
-BigInt& BigInt::operator=(BigInt&& other) noexcept {
-  mpz_swap(value, other.value);
-  return *this;
-}
-
-BigInt::~BigInt() { mpz_clear(value); }
-
 BigInt BigInt::zero() {
   static const BigInt kZero;
   return kZero;
@@ -107,38 +80,44 @@ BigInt BigInt::one() {
 }
 
 BigInt& BigInt::operator+=(const BigInt& b) {
+  ensureOwnLimbs();
   mpz_add(value, value, b.value);
   return *this;
 }
 
 BigInt& BigInt::operator-=(const BigInt& b) {
+  ensureOwnLimbs();
   mpz_sub(value, value, b.value);
   return *this;
 }
 
 BigInt& BigInt::operator*=(const BigInt& b) {
+  ensureOwnLimbs();
   mpz_mul(value, value, b.value);
   return *this;
 }
 
 BigInt& BigInt::operator/=(const BigInt& b) {
+  ensureOwnLimbs();
   mpz_fdiv_q(value, value, b.value);
   return *this;
 }
 
 BigInt& BigInt::operator%=(const BigInt& b) {
+  ensureOwnLimbs();
   mpz_mod(value, value, b.value);
   return *this;
 }
 
 BigInt& BigInt::operator++() {
+  ensureOwnLimbs();
   mpz_add_ui(value, value, 1);
   return *this;
 }
 
 BigInt BigInt::operator++(int) {
   BigInt old(*this);
-  mpz_add_ui(value, value, 1);
+  ++*this;
   return old;
 }
 
@@ -193,12 +172,23 @@ ZZ operator-(ZZ&& a) {
   return r;
 }
 
+namespace {
+
+// The operations below write r in place when it is an operand.
+void prepareInPlace(ZZ& r, const ZZ& a, const ZZ& b) {
+  if (&r == &a || &r == &b) r.ensureOwnLimbs();
+}
+
+}  // namespace
+
 ZZ& add(const ZZ& a, const ZZ& b, ZZ& r) {
+  prepareInPlace(r, a, b);
   mpz_add(r.value, a.value, b.value);
   return r;
 }
 
 ZZ& sub(const ZZ& a, const ZZ& b, ZZ& r) {
+  prepareInPlace(r, a, b);
   mpz_sub(r.value, a.value, b.value);
   return r;
 }
@@ -214,6 +204,7 @@ void divMod(const ZZ& a, const ZZ& b, ZZ& q, ZZ& r) {
 
 ZZ& pow(const ZZ& a, const ZZ& e, ZZ& r) {
   const unsigned long exponent = mpz_size(e.value) == 0 ? 0ul : mpz_getlimbn(e.value, 0);
+  prepareInPlace(r, a, e);
   mpz_pow_ui(r.value, a.value, exponent);
   return r;
 }
@@ -235,6 +226,7 @@ void sqrtRem(const ZZ& a, ZZ& root, ZZ& rem) {
   mpz_sqrt(s.value, a.value);
   ZZ square;
   mpz_mul(square.value, s.value, s.value);
+  if (&rem == &a) rem.ensureOwnLimbs();
   mpz_sub(rem.value, a.value, square.value);
   mpz_swap(root.value, s.value);
 }
@@ -284,7 +276,9 @@ long significantDigits(const ZZ& a, long* trailingZeros) {
 }
 
 ZZ& stripTrailingZeros(ZZ& a) {
-  if (mpz_sgn(a.value) != 0) mpz_remove(a.value, a.value, ten().value);
+  if (mpz_sgn(a.value) == 0) return a;
+  a.ensureOwnLimbs();
+  mpz_remove(a.value, a.value, ten().value);
   return a;
 }
 
@@ -294,6 +288,7 @@ ZZ& dropLastDigits(ZZ& a, long n) {
   if (n <= 0) return a;
   ZZ scale;
   mpz_ui_pow_ui(scale.value, 10, static_cast<unsigned long>(n));
+  a.ensureOwnLimbs();
   mpz_tdiv_q(a.value, a.value, scale.value);
   return a;
 }
@@ -302,6 +297,7 @@ ZZ& appendZeros(ZZ& a, long n) {
   if (n <= 0) return a;
   ZZ scale;
   mpz_ui_pow_ui(scale.value, 10, static_cast<unsigned long>(n));
+  a.ensureOwnLimbs();
   mpz_mul(a.value, a.value, scale.value);
   return a;
 }

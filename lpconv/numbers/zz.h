@@ -1,23 +1,107 @@
 #pragma once
 // Arbitrary-precision signed integers: a thin value class over one GMP integer.
+//
+// The shared one. Like GMP's own fresh integers, a ZZ holding 0 may own no limbs (_mp_alloc 0).
+// A QQ goes further for the value 1, its most common field value (the nenner of every integer,
+// the ganze of an infinity, the zaehler of 1/n): such a field has _mp_alloc 0, _mp_size 1 and
+// _mp_d pointing at one read-only limb holding 1 that all of them share. Every GMP function
+// reads it as 1, writes into it only after allocating fresh limbs, and mpz_clear leaves it
+// alone, so a QQ integer, 0 or infinity takes no heap for it.
+//
+// Where it appears: only in the fields of QQ values (made by QQ's constructors, copies and
+// operations), and in a ZZ that a field was moved or swapped into. The ZZ constructors, ZZ
+// copies and ZZ copy assignment always leave a non-zero ZZ with limbs of its own.
+//
+// The one trap: a GMP call whose output is also one of its inputs, or that keeps the output's old
+// value (mpz_add(z, z, x), mpz_add_ui(z, z, 1), mpz_mul_2exp(z, z, k), mpz_divexact(z, z, g),
+// mpz_limbs_modify, mpz_realloc2, ...), allocates first and then reads the fresh, uninitialised
+// limbs instead of the old value. Every operation of ZZ and QQ takes care of that. Code that
+// writes into a QQ field (or a ZZ moved out of one) with such a raw GMP call in place must call
+// ensureOwnLimbs() on it first. Calls whose outputs are not among their inputs (mpz_set,
+// mpz_mul(z, x, y), mpz_set_str, ...) and the sign changes mpz_neg(z, z) and mpz_abs(z, z) need
+// nothing.
 
 #include <gmp.h>
 
 #include <iosfwd>
 #include <string>
+#include <utility>
 
 namespace lpconv {
 
+namespace detail {
+
+// The limb of the shared one. It lives in read-only memory: a stray write through it faults
+// instead of changing every 1 in the process.
+inline constexpr mp_limb_t kSharedOneLimb = 1;
+
+// z = v for v in {-1, 0, 1}, without limbs (the shared one for 1 and -1); whatever limbs z owned
+// are the caller's to release.
+inline void setWithoutLimbs(mpz_ptr z, int v) {
+  z->_mp_alloc = 0;
+  z->_mp_size = v;
+  z->_mp_d = const_cast<mp_limb_t*>(&kSharedOneLimb);
+}
+
+// z = v. An integer without limbs stays without for 0 and 1 (GMP's mpz_set_ui would give it a
+// limb even for 0); an integer with limbs keeps them. For QQ fields and work registers only.
+inline void setUnsigned(mpz_ptr z, unsigned long v) {
+  if (z->_mp_alloc == 0 && v <= 1) {
+    setWithoutLimbs(z, static_cast<int>(v));
+  } else {
+    mpz_set_ui(z, v);
+  }
+}
+
+// Initialises z, whose limbs (if any) are not its own, as a copy of `from` that keeps sharing
+// the shared one. For QQ fields only.
+inline void initSharing(mpz_ptr z, mpz_srcptr from) {
+  if (from->_mp_alloc == 0) {
+    *z = *from;
+  } else {
+    mpz_init_set(z, from);
+  }
+}
+
+// z = from, sharing the shared one when z owns no limbs; z keeps limbs it owns. For QQ fields
+// only.
+inline void assignSharing(mpz_ptr z, mpz_srcptr from) {
+  if (z->_mp_alloc == 0 && from->_mp_alloc == 0) {
+    *z = *from;
+  } else if (z != from) {
+    mpz_set(z, from);
+  }
+}
+
+// Gives z, which owns no limbs and is not 0, limbs of its own holding the same value.
+void giveOwnLimbs(mpz_ptr z);
+
+}  // namespace detail
+
 class BigInt {
  public:
-  // Owned GMP integer; initialised by every constructor, cleared by the destructor.
+  // The GMP integer; initialised by every constructor, cleared by the destructor. It may be the
+  // shared one (see the top of this file).
   mpz_t value;
 
-  BigInt();
+  // 0 takes no heap.
+  BigInt() { detail::setWithoutLimbs(value, 0); }
   // Integers convert implicitly.
-  BigInt(long v);
-  BigInt(unsigned long v);
-  BigInt(int v);
+  BigInt(long v) {
+    if (v == 0) {
+      detail::setWithoutLimbs(value, 0);
+    } else {
+      mpz_init_set_si(value, v);
+    }
+  }
+  BigInt(unsigned long v) {
+    if (v == 0) {
+      detail::setWithoutLimbs(value, 0);
+    } else {
+      mpz_init_set_ui(value, v);
+    }
+  }
+  BigInt(int v) : BigInt(static_cast<long>(v)) {}
   // Floating values are not integers; keeping them out also keeps sqrt(2.0) and the like from
   // binding to ZZ.
   BigInt(double) = delete;
@@ -27,12 +111,36 @@ class BigInt {
   // the empty text included.
   BigInt(const std::string& text);
   BigInt(const char* text);
-  BigInt(const BigInt& other);
-  // Leaves `other` holding 0; costs no allocation.
-  BigInt(BigInt&& other) noexcept;
-  BigInt& operator=(const BigInt& other);
-  BigInt& operator=(BigInt&& other) noexcept;
-  virtual ~BigInt();
+  // A copy of 0 takes no heap; any other copy has limbs of its own.
+  BigInt(const BigInt& other) {
+    if (other.value->_mp_size == 0) {
+      detail::setWithoutLimbs(value, 0);
+    } else {
+      mpz_init_set(value, other.value);
+    }
+  }
+  // Leaves `other` holding 0; costs no allocation. Takes the shared one along.
+  BigInt(BigInt&& other) noexcept : BigInt() { std::swap(*value, *other.value); }
+  // Leaves a non-zero value with limbs of its own, keeping those it had when they are enough.
+  BigInt& operator=(const BigInt& other) {
+    if (this != &other) mpz_set(value, other.value);
+    return *this;
+  }
+  // Exchanges the two values.
+  BigInt& operator=(BigInt&& other) noexcept {
+    std::swap(*value, *other.value);
+    return *this;
+  }
+  virtual ~BigInt() {
+    if (value->_mp_alloc != 0) mpz_clear(value);
+  }
+
+  // Gives this integer limbs of its own if it is the shared one, keeping its value; to be called
+  // before a raw GMP call that writes into `value` in place (see the top of this file). The
+  // integer then keeps its own limbs until another value is moved or swapped into it.
+  void ensureOwnLimbs() {
+    if (value->_mp_alloc == 0 && value->_mp_size != 0) detail::giveOwnLimbs(value);
+  }
 
   // Copies of shared constants built on first use.
   static BigInt zero();

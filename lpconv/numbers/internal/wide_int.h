@@ -24,16 +24,6 @@ inline bool smallPart(const ZZ& z, std::uint64_t& out) {
   return out < kSmallLimit;
 }
 
-// target = v. Setting 0 allocates nothing: GMP's mpz_set_ui would give a fresh integer a limb
-// even for 0, and a zero fraction is the common case.
-inline void setUnsigned(mpz_ptr target, std::uint64_t v) {
-  if (v != 0) {
-    mpz_set_ui(target, v);
-  } else if (mpz_sgn(target) != 0) {
-    mpz_set_ui(target, 0);
-  }
-}
-
 // target = v.
 inline void setWide(mpz_ptr target, u128 v) {
   const auto high = static_cast<std::uint64_t>(v >> 64);

@@ -44,7 +44,8 @@ inline void setWithoutLimbs(mpz_ptr z, int v) {
 }
 
 // z = v. An integer without limbs stays without for 0 and 1 (GMP's mpz_set_ui would give it a
-// limb even for 0); an integer with limbs keeps them. For QQ fields and work registers only.
+// limb even for 0); an integer with limbs keeps them. For QQ fields, work registers and integers
+// about to be moved into a QQ.
 inline void setUnsigned(mpz_ptr z, unsigned long v) {
   if (z->_mp_alloc == 0 && v <= 1) {
     setWithoutLimbs(z, static_cast<int>(v));

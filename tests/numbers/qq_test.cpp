@@ -20,30 +20,14 @@ const QQ minf = QQ(false);
 
 enum class Op { kAdd, kSub, kMul, kDiv };
 
-QQ& apply(Op op, QQ& r, const QQ& a, const QQ& b) {
-  switch (op) {
-    case Op::kAdd:
-      return add(r, a, b);
-    case Op::kSub:
-      return sub(r, a, b);
-    case Op::kMul:
-      return mul(r, a, b);
-    default:
-      return div(r, a, b);
-  }
-}
+QQ& (*const kOperations[])(QQ&, const QQ&, const QQ&) = {add, sub, mul, div};
+void (*const kOracles[])(mpq_ptr, mpq_srcptr, mpq_srcptr) = {mpq_add, mpq_sub, mpq_mul, mpq_div};
 
+QQ& apply(Op op, QQ& r, const QQ& a, const QQ& b) {
+  return kOperations[static_cast<int>(op)](r, a, b);
+}
 void oracle(Op op, mpq_t r, const mpq_t a, const mpq_t b) {
-  switch (op) {
-    case Op::kAdd:
-      return mpq_add(r, a, b);
-    case Op::kSub:
-      return mpq_sub(r, a, b);
-    case Op::kMul:
-      return mpq_mul(r, a, b);
-    default:
-      return mpq_div(r, a, b);
-  }
+  kOracles[static_cast<int>(op)](r, a, b);
 }
 
 // Every operation and the comparison against GMP's rationals, the result written into a fresh

@@ -40,6 +40,10 @@ class Coefficient {
   // The QQ form (valid when !isInline()).
   const QQ& big() const { return *big_; }
 
+  // The shared +infinity and -infinity, built at first use.
+  static const Coefficient& infinity();
+  static const Coefficient& minusInfinity();
+
   // numerator / denominator already in lowest terms, denominator > 0, both below kInlineLimit.
   static Coefficient fromLowestTerms(std::int64_t numerator, std::int64_t denominator) {
     Coefficient c;
@@ -58,7 +62,9 @@ class Coefficient {
   std::unique_ptr<QQ> big_;
 };
 
-// r = a - b, exactly as QQ subtraction gives it (including "INF - INF is not defined").
+// a + b and a - b, exactly as QQ addition and subtraction give them (including "INF - INF is not
+// defined").
+Coefficient add(const Coefficient& a, const Coefficient& b);
 Coefficient subtract(const Coefficient& a, const Coefficient& b);
 
 // The same value (canonical forms make this field equality).

@@ -192,7 +192,7 @@ std::vector<InequalityRow> pairInequalities(const Constraints& model) {
   LessEqualIndex lessEqual(model.lessEqual);
   for (const ConstraintRow& row : model.greaterEqual) {
     const long position = lessEqual.findFirstEqual(row.coefficients);
-    const QQ* upper = &QQ::infinity();
+    const Coefficient* upper = &Coefficient::infinity();
     if (position >= 0) {
       upper = &model.lessEqual[lessEqual.idAt(position)].rhs;
       lessEqual.remove(position);
@@ -201,7 +201,7 @@ std::vector<InequalityRow> pairInequalities(const Constraints& model) {
   }
   for (const std::size_t id : lessEqual.order()) {
     const ConstraintRow& row = model.lessEqual[id];
-    merged.push_back({&row.coefficients, &QQ::minusInfinity(), &row.rhs});
+    merged.push_back({&row.coefficients, &Coefficient::minusInfinity(), &row.rhs});
   }
   return merged;
 }
@@ -211,7 +211,7 @@ std::vector<InequalityRow> pairInequalitiesDirectly(const Constraints& model) {
   std::vector<const ConstraintRow*> lessEqual;
   for (const ConstraintRow& row : model.lessEqual) lessEqual.push_back(&row);
   for (const ConstraintRow& row : model.greaterEqual) {
-    const QQ* upper = &QQ::infinity();
+    const Coefficient* upper = &Coefficient::infinity();
     for (std::size_t j = 0; j < lessEqual.size(); ++j) {
       if (!equalWithinTolerance(lessEqual[j]->coefficients, row.coefficients)) continue;
       upper = &lessEqual[j]->rhs;
@@ -222,7 +222,7 @@ std::vector<InequalityRow> pairInequalitiesDirectly(const Constraints& model) {
     merged.push_back({&row.coefficients, &row.rhs, upper});
   }
   for (const ConstraintRow* row : lessEqual) {
-    merged.push_back({&row->coefficients, &QQ::minusInfinity(), &row->rhs});
+    merged.push_back({&row->coefficients, &Coefficient::minusInfinity(), &row->rhs});
   }
   return merged;
 }

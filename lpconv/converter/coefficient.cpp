@@ -102,12 +102,8 @@ Coefficient& Coefficient::operator=(const Coefficient& other) {
   return *this;
 }
 
-void Coefficient::negate() {
-  if (big_) {
-    if (!big_->isZero()) big_->isPositive = !big_->isPositive;
-  } else {
-    numerator_ = -numerator_;
-  }
+void Coefficient::negateBig() {
+  if (!big_->isZero()) big_->isPositive = !big_->isPositive;
 }
 
 QQ Coefficient::toQQ() const {

@@ -30,7 +30,13 @@ class Coefficient {
   bool isZero() const { return big_ ? big_->isZero() : numerator_ == 0; }
   bool isInline() const { return big_ == nullptr; }
   // Flips the sign; zero stays zero.
-  void negate();
+  void negate() {
+    if (big_) {
+      negateBig();
+    } else {
+      numerator_ = -numerator_;
+    }
+  }
 
   QQ toQQ() const;
   // The inline parts (valid when isInline()): numerator / denominator, denominator > 0, in
@@ -57,6 +63,8 @@ class Coefficient {
   static constexpr auto kInlineLimit = static_cast<std::int64_t>(detail::kSmallLimit);
 
  private:
+  void negateBig();
+
   std::int64_t numerator_ = 0;
   std::int64_t denominator_ = 1;
   std::unique_ptr<QQ> big_;

@@ -129,16 +129,19 @@ std::string normaliseExpression(std::string_view text) {
 }
 
 void normaliseExpression(std::string_view text, std::string& out) {
+  // Without branches: blanks come every few characters, at no position a branch could foresee.
   out.resize(text.size());
   char* const begin = out.data();
   char* end = begin;
+  bool lastKeptIsSign = false;
   bool signPairs = false;  // two signs in a row: only then can a replacement change anything
   for (const char c : text) {
-    if (c == ' ' || c == '\t' || c == '\r' || c == '\n') continue;
-    if ((c == '+' || c == '-') && end != begin && (end[-1] == '+' || end[-1] == '-')) {
-      signPairs = true;
-    }
-    *end++ = c;
+    const bool blank = c == ' ' || c == '\t' || c == '\r' || c == '\n';
+    const bool sign = c == '+' || c == '-';
+    signPairs |= sign & lastKeptIsSign;
+    lastKeptIsSign = sign | (blank & lastKeptIsSign);
+    *end = c;
+    end += blank ? 0 : 1;
   }
   out.resize(static_cast<std::size_t>(end - begin));
   if (!signPairs) return;

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <system_error>
 
 namespace lpconv {
 
@@ -123,9 +124,19 @@ void OutputBuffer::putRepeated(std::string_view item, long count) {
 }
 
 void OutputBuffer::handOver() {
+  if (!writer_.joinable() && !inPlace_) {
+    try {
+      writer_ = std::thread([this] { runWriter(); });
+    } catch (const std::system_error&) {
+      inPlace_ = true;  // no thread to be had: each batch is written here as it fills
+    }
+  }
+  if (inPlace_) {
+    writeInPlace();
+    return;
+  }
   std::unique_lock lock(mutex_);
   queued_.push_back(std::move(current_));
-  if (!writer_.joinable()) writer_ = std::thread([this] { runWriter(); });
   changed_.notify_all();
   changed_.wait(lock, [this] { return !spare_.empty() || batches_ < kMaxBatches; });
   if (!spare_.empty()) {
@@ -161,12 +172,16 @@ void OutputBuffer::runWriter() {
   }
 }
 
+void OutputBuffer::writeInPlace() {
+  if (!failed_ && !write(*current_)) failed_ = true;
+  current_->text.clear();
+  current_->pieces.clear();
+}
+
 void OutputBuffer::flush() {
   if (!writer_.joinable()) {
-    // Nothing was handed over yet: a small output is written here, without a thread.
-    if (!failed_ && !write(*current_)) failed_ = true;
-    current_->text.clear();
-    current_->pieces.clear();
+    // A small output, handed over never, is written here, without a thread.
+    writeInPlace();
     return;
   }
   if (!current_->pieces.empty()) handOver();

@@ -63,6 +63,8 @@ class OutputBuffer {
   // in a free one, waiting while every batch is in use.
   void handOver();
   void runWriter();
+  // Writes the current batch on the calling thread (no writer thread runs) and empties it.
+  void writeInPlace();
   // Writes one batch whole; false when a write failed.
   bool write(Batch& batch) const;
 
@@ -82,6 +84,7 @@ class OutputBuffer {
   bool writing_ = false;     // the writer thread holds a batch
   bool stopping_ = false;
   bool failed_ = false;
+  bool inPlace_ = false;  // no writer thread could be started
   std::thread writer_;
 };
 

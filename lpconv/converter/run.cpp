@@ -43,10 +43,10 @@ void writeStatusLine(const char* label, long count) {
 // "The output file [ name ] could not be written!".
 void writeOutput(int output, const std::string& outputName, const LpModel& model) {
   // The pairing cannot fail, so it may run beside the writing of everything before its rows.
-  // Small systems pair where they are written.
+  // Small systems, and any system when no thread can be had, pair where they are written.
   const bool large = model.constraints.lessEqual.size() >= kPairAside;
   std::future<std::vector<InequalityRow>> paired =
-      std::async(large ? std::launch::async : std::launch::deferred,
+      std::async(large ? std::launch::async | std::launch::deferred : std::launch::deferred,
                  [&model] { return pairInequalities(model.constraints); });
   bool written = false;
   {

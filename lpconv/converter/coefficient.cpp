@@ -82,6 +82,16 @@ Coefficient::Coefficient(const QQ& value) {
   big_ = std::make_unique<QQ>(value);
 }
 
+const Coefficient& Coefficient::infinity() {
+  static const Coefficient value(QQ::infinity());
+  return value;
+}
+
+const Coefficient& Coefficient::minusInfinity() {
+  static const Coefficient value(QQ::minusInfinity());
+  return value;
+}
+
 Coefficient::Coefficient(const Coefficient& other)
     : numerator_(other.numerator_),
       denominator_(other.denominator_),
@@ -92,12 +102,8 @@ Coefficient& Coefficient::operator=(const Coefficient& other) {
   return *this;
 }
 
-void Coefficient::negate() {
-  if (big_) {
-    if (!big_->isZero()) big_->isPositive = !big_->isPositive;
-  } else {
-    numerator_ = -numerator_;
-  }
+void Coefficient::negateBig() {
+  if (!big_->isZero()) big_->isPositive = !big_->isPositive;
 }
 
 QQ Coefficient::toQQ() const {
@@ -106,16 +112,31 @@ QQ Coefficient::toQQ() const {
   return QQ(static_cast<long>(numerator_), static_cast<long>(denominator_));
 }
 
-Coefficient subtract(const Coefficient& a, const Coefficient& b) {
-  if (a.isInline() && b.isInline()) {
-    if (b.numerator() == 0) return a;
-    if (a.denominator() == 1 && b.denominator() == 1) {
-      return fromFraction(static_cast<i128>(a.numerator()) - b.numerator(), 1);
-    }
-    const i128 numerator = static_cast<i128>(a.numerator()) * b.denominator() -
-                           static_cast<i128>(b.numerator()) * a.denominator();
-    return fromFraction(numerator, static_cast<i128>(a.denominator()) * b.denominator());
+namespace {
+
+// a + sign * b for two inline values.
+Coefficient combineInline(const Coefficient& a, const Coefficient& b, int sign) {
+  if (b.numerator() == 0) return a;
+  const i128 bNumerator = static_cast<i128>(sign) * b.numerator();
+  if (a.denominator() == 1 && b.denominator() == 1) {
+    return fromFraction(static_cast<i128>(a.numerator()) + bNumerator, 1);
   }
+  const i128 numerator =
+      static_cast<i128>(a.numerator()) * b.denominator() + bNumerator * a.denominator();
+  return fromFraction(numerator, static_cast<i128>(a.denominator()) * b.denominator());
+}
+
+}  // namespace
+
+Coefficient add(const Coefficient& a, const Coefficient& b) {
+  if (a.isInline() && b.isInline()) return combineInline(a, b, 1);
+  QQ r;
+  lpconv::add(r, a.toQQ(), b.toQQ());
+  return Coefficient(r);
+}
+
+Coefficient subtract(const Coefficient& a, const Coefficient& b) {
+  if (a.isInline() && b.isInline()) return combineInline(a, b, -1);
   QQ r;
   sub(r, a.toQQ(), b.toQQ());
   return Coefficient(r);

@@ -30,7 +30,13 @@ class Coefficient {
   bool isZero() const { return big_ ? big_->isZero() : numerator_ == 0; }
   bool isInline() const { return big_ == nullptr; }
   // Flips the sign; zero stays zero.
-  void negate();
+  void negate() {
+    if (big_) {
+      negateBig();
+    } else {
+      numerator_ = -numerator_;
+    }
+  }
 
   QQ toQQ() const;
   // The inline parts (valid when isInline()): numerator / denominator, denominator > 0, in
@@ -39,6 +45,10 @@ class Coefficient {
   std::int64_t denominator() const { return denominator_; }
   // The QQ form (valid when !isInline()).
   const QQ& big() const { return *big_; }
+
+  // The shared +infinity and -infinity, built at first use.
+  static const Coefficient& infinity();
+  static const Coefficient& minusInfinity();
 
   // numerator / denominator already in lowest terms, denominator > 0, both below kInlineLimit.
   static Coefficient fromLowestTerms(std::int64_t numerator, std::int64_t denominator) {
@@ -53,12 +63,16 @@ class Coefficient {
   static constexpr auto kInlineLimit = static_cast<std::int64_t>(detail::kSmallLimit);
 
  private:
+  void negateBig();
+
   std::int64_t numerator_ = 0;
   std::int64_t denominator_ = 1;
   std::unique_ptr<QQ> big_;
 };
 
-// r = a - b, exactly as QQ subtraction gives it (including "INF - INF is not defined").
+// a + b and a - b, exactly as QQ addition and subtraction give them (including "INF - INF is not
+// defined").
+Coefficient add(const Coefficient& a, const Coefficient& b);
 Coefficient subtract(const Coefficient& a, const Coefficient& b);
 
 // The same value (canonical forms make this field equality).

@@ -42,11 +42,13 @@ NextPosition(const std::string&, Predicate) -> NextPosition<Predicate>;
 
 }  // namespace
 
-Expression parseExpression(std::string_view text, long n) {
-  Expression result;
-  QQ& constant = result.constant;
-  SparseRow& row = result.row;
-  const std::string s = normaliseExpression(text);
+void ExpressionScanner::scan(std::string_view text, long n, Expression& out) {
+  Coefficient& constant = out.constant;
+  SparseRow& row = out.row;
+  constant = Coefficient();
+  row.clear();
+  normaliseExpression(text, normalised_);
+  const std::string& s = normalised_;
   const std::size_t length = s.size();
   row.reserve(static_cast<std::size_t>(std::count(s.begin(), s.end(), 'x')));
 
@@ -93,7 +95,7 @@ Expression parseExpression(std::string_view text, long n) {
       restStart = pos;
       break;
     } else if (c == '+' || c == '-') {
-      if (pending) add(constant, constant, current.toQQ());
+      if (pending) constant = add(constant, current);
       Coefficient value = numberAt(pos + 1);
       if (c == '-') value.negate();
       current = implicitValue(std::move(value), pos + 1, c == '-');
@@ -105,7 +107,7 @@ Expression parseExpression(std::string_view text, long n) {
     ++pos;
     while (pos < length && isDigit(s[pos])) ++pos;
   }
-  if (pending) add(constant, constant, current.toQQ());
+  if (pending) constant = add(constant, current);
   row.finish();
 
   std::size_t first = restStart;
@@ -115,7 +117,12 @@ Expression parseExpression(std::string_view text, long n) {
   };
   while (first < last && trimmed(s[first])) ++first;
   while (last > first && trimmed(s[last - 1])) --last;
-  result.rest = s.substr(first, last - first);
+  out.rest.assign(s, first, last - first);
+}
+
+Expression parseExpression(std::string_view text, long n) {
+  Expression result;
+  ExpressionScanner().scan(text, n, result);
   return result;
 }
 

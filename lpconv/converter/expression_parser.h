@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include <lpconv/converter/coefficient.h>
 #include <lpconv/converter/sparse_row.h>
-#include <lpconv/numbers/qq.h>
 
 namespace lpconv {
 
@@ -15,12 +15,24 @@ namespace lpconv {
 // relation sign after the expression, trimmed of " \t\n\r\f\v" (empty when there is none).
 struct Expression {
   SparseRow row;
-  QQ constant;
+  Coefficient constant;
   std::string rest;
 };
 
-// Normalises `text`, skips leading "<", "=" and ">", and scans it. Reports
-// "Array: index out of range" for a variable index outside 1..n.
+// Scans one expression after another, reusing its text buffer and the storage of the results it
+// is given, so that a run over many lines allocates only the rows it keeps.
+class ExpressionScanner {
+ public:
+  // Normalises `text`, skips leading "<", "=" and ">", and scans it into `out`, whose row,
+  // constant and rest are replaced. `text` must not point into `out`. Reports
+  // "Array: index out of range" for a variable index outside 1..n.
+  void scan(std::string_view text, long n, Expression& out);
+
+ private:
+  std::string normalised_;
+};
+
+// One expression scanned on its own, as ExpressionScanner::scan does it.
 Expression parseExpression(std::string_view text, long n);
 
 }  // namespace lpconv

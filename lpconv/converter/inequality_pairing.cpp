@@ -70,9 +70,11 @@ struct IndexKey {
   }
 };
 
+// What a search reads of a group of identical "<=" rows, kept small: searches visit groups in no
+// order that the caches could follow.
 struct Group {
   const SparseRow* row;
-  std::set<long> positions;  // current positions of the identical "<=" rows of this group
+  long first = -1;  // the lowest current position of the group's rows; -1 when none is left
 };
 
 class LessEqualIndex {
@@ -107,37 +109,65 @@ class LessEqualIndex {
       from = to;
     }
     order_.resize(rows.size());
+    positions_.resize(groups_.size());
     for (std::size_t id = 0; id < rows.size(); ++id) {
       order_[id] = id;
-      groups_[groupOf_[id]].positions.insert(static_cast<long>(id));
+      positions_[groupOf_[id]].insert(static_cast<long>(id));
     }
+    for (std::size_t g = 0; g < groups_.size(); ++g) groups_[g].first = *positions_[g].begin();
+  }
+
+  // Where the search for a row starts: its projection, the reach of its sums and the first index
+  // entry at or above its lowest possible key.
+  struct Search {
+    Projection p;
+    dbl_t bound = 0;
+    std::size_t start = 0;
+  };
+
+  // The searches of all `rows`, found in one sweep over the index in key order instead of one
+  // binary search each: the index is larger than the caches, and its entries are visited in
+  // order.
+  std::vector<Search> prepare(const std::vector<ConstraintRow>& rows) const {
+    std::vector<Search> searches(rows.size());
+    std::vector<std::pair<IndexKey, std::size_t>> lowest;  // (lowest key, row)
+    lowest.reserve(rows.size());
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+      Search& s = searches[i];
+      s.p = project(rows[i].coefficients);
+      if (!s.p.searchIndex) continue;
+      // Rows within the tolerance differ in at most this many entries, each by 1/10^9 at most;
+      // the second term covers the rounding of both sums.
+      const dbl_t reach = static_cast<dbl_t>(rows[i].coefficients.entries().size() + maxEntries_);
+      s.bound =
+          2e-9L * reach * (1 + 1e-6L) + 1e-17L * (reach + 4) * (s.p.magnitude + 1 + 2e-9L * reach);
+      lowest.push_back({{s.p.infinities, s.p.sum - s.bound}, i});
+    }
+    std::sort(lowest.begin(), lowest.end(),
+              [](const auto& a, const auto& b) { return a.first < b.first; });
+    std::size_t at = 0;
+    for (const auto& [key, i] : lowest) {
+      while (at < index_.size() && index_[at].first < key) ++at;
+      searches[i].start = at;
+    }
+    return searches;
   }
 
   // The position of the first current row equal to `row` within the tolerance, or -1.
-  long findFirstEqual(const SparseRow& row) {
-    const Projection p = project(row);
+  long findFirstEqual(const SparseRow& row, const Search& search) {
+    const Projection& p = search.p;
     long best = -1;
     const auto consider = [&](std::size_t g) {
       const Group& group = groups_[g];
-      if (group.positions.empty()) return;
-      const long first = *group.positions.begin();
-      if (best >= 0 && first >= best) return;
-      if (equalWithinTolerance(*group.row, row)) best = first;
+      if (group.first < 0 || (best >= 0 && group.first >= best)) return;
+      if (equalWithinTolerance(*group.row, row)) best = group.first;
     };
     if (p.searchIndex) {
-      // Rows within the tolerance differ in at most this many entries, each by 1/10^9 at most;
-      // the second term covers the rounding of both sums.
-      const dbl_t reach = static_cast<dbl_t>(row.entries().size() + maxEntries_);
-      const dbl_t bound =
-          2e-9L * reach * (1 + 1e-6L) + 1e-17L * (reach + 4) * (p.magnitude + 1 + 2e-9L * reach);
-      const IndexKey from{p.infinities, p.sum - bound};
-      auto it = std::lower_bound(
-          index_.begin(), index_.end(), from,
-          [](const auto& entry, const IndexKey& key) { return entry.first < key; });
-      for (; it != index_.end() && it->first.infinities == p.infinities &&
-             it->first.sum <= p.sum + bound;
-           ++it) {
-        consider(it->second);
+      for (std::size_t at = search.start;
+           at < index_.size() && index_[at].first.infinities == p.infinities &&
+           index_[at].first.sum <= p.sum + search.bound;
+           ++at) {
+        consider(index_[at].second);
       }
     }
     if (p.searchHuge) {
@@ -150,12 +180,14 @@ class LessEqualIndex {
   void remove(long position) {
     const long last = static_cast<long>(order_.size()) - 1;
     const std::size_t id = order_[static_cast<std::size_t>(position)];
-    groups_[groupOf_[id]].positions.erase(position);
+    positions_[groupOf_[id]].erase(position);
+    updateFirst(groupOf_[id]);
     if (position != last) {
       const std::size_t lastId = order_[static_cast<std::size_t>(last)];
-      Group& moved = groups_[groupOf_[lastId]];
-      moved.positions.erase(last);
-      moved.positions.insert(position);
+      std::set<long>& moved = positions_[groupOf_[lastId]];
+      moved.erase(last);
+      moved.insert(position);
+      updateFirst(groupOf_[lastId]);
       order_[static_cast<std::size_t>(position)] = lastId;
     }
     order_.pop_back();
@@ -171,12 +203,17 @@ class LessEqualIndex {
     for (const std::size_t g : candidates) {
       if (*groups_[g].row == row) return g;
     }
-    groups_.push_back({&row, {}});
+    groups_.push_back({&row});
     candidates.push_back(groups_.size() - 1);
     return groups_.size() - 1;
   }
 
+  void updateFirst(std::size_t g) {
+    groups_[g].first = positions_[g].empty() ? -1 : *positions_[g].begin();
+  }
+
   std::vector<Group> groups_;
+  std::vector<std::set<long>> positions_;                // current positions of each group's rows
   std::vector<std::pair<IndexKey, std::size_t>> index_;  // (key, group), ascending
   std::vector<std::size_t> hugeGroups_;
   std::vector<std::size_t> groupOf_;  // "<=" row id -> group
@@ -190,9 +227,11 @@ std::vector<InequalityRow> pairInequalities(const Constraints& model) {
   std::vector<InequalityRow> merged;
   merged.reserve(model.greaterEqual.size() + model.lessEqual.size());
   LessEqualIndex lessEqual(model.lessEqual);
-  for (const ConstraintRow& row : model.greaterEqual) {
-    const long position = lessEqual.findFirstEqual(row.coefficients);
-    const QQ* upper = &QQ::infinity();
+  const auto searches = lessEqual.prepare(model.greaterEqual);
+  for (std::size_t i = 0; i < model.greaterEqual.size(); ++i) {
+    const ConstraintRow& row = model.greaterEqual[i];
+    const long position = lessEqual.findFirstEqual(row.coefficients, searches[i]);
+    const Coefficient* upper = &Coefficient::infinity();
     if (position >= 0) {
       upper = &model.lessEqual[lessEqual.idAt(position)].rhs;
       lessEqual.remove(position);
@@ -201,7 +240,7 @@ std::vector<InequalityRow> pairInequalities(const Constraints& model) {
   }
   for (const std::size_t id : lessEqual.order()) {
     const ConstraintRow& row = model.lessEqual[id];
-    merged.push_back({&row.coefficients, &QQ::minusInfinity(), &row.rhs});
+    merged.push_back({&row.coefficients, &Coefficient::minusInfinity(), &row.rhs});
   }
   return merged;
 }
@@ -211,7 +250,7 @@ std::vector<InequalityRow> pairInequalitiesDirectly(const Constraints& model) {
   std::vector<const ConstraintRow*> lessEqual;
   for (const ConstraintRow& row : model.lessEqual) lessEqual.push_back(&row);
   for (const ConstraintRow& row : model.greaterEqual) {
-    const QQ* upper = &QQ::infinity();
+    const Coefficient* upper = &Coefficient::infinity();
     for (std::size_t j = 0; j < lessEqual.size(); ++j) {
       if (!equalWithinTolerance(lessEqual[j]->coefficients, row.coefficients)) continue;
       upper = &lessEqual[j]->rhs;
@@ -222,7 +261,7 @@ std::vector<InequalityRow> pairInequalitiesDirectly(const Constraints& model) {
     merged.push_back({&row.coefficients, &row.rhs, upper});
   }
   for (const ConstraintRow* row : lessEqual) {
-    merged.push_back({&row->coefficients, &QQ::minusInfinity(), &row->rhs});
+    merged.push_back({&row->coefficients, &Coefficient::minusInfinity(), &row->rhs});
   }
   return merged;
 }

@@ -1,6 +1,8 @@
 #include <lpconv/converter/line_matchers.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <cstring>
 
 #include <lpconv/converter/text_scan.h>
 
@@ -24,18 +26,56 @@ void replacePairs(std::string& text, char first, char second, char replacement) 
   text.resize(out);
 }
 
+constexpr std::uint64_t kOnes = 0x0101010101010101ULL;
+constexpr std::uint64_t kHighBits = 0x8080808080808080ULL;
+constexpr unsigned char kCaseBit = 0x20;
+
+// The first position at or after `from` whose byte b has b | 0x20 equal to some c | 0x20 of
+// `chars` (the text's size when there is none): every case-insensitive occurrence of those
+// characters, and a few other bytes that the caller's full comparison rejects. Eight bytes are
+// tested at a time; every line of the file passes through here in two passes.
+template <std::size_t N>
+std::size_t nextCandidate(std::string_view text, std::size_t from, const char (&chars)[N]) {
+  const char* data = text.data();
+  const std::size_t size = text.size();
+  std::size_t i = from;
+  for (; i + 8 <= size; i += 8) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, data + i, 8);
+    word |= kOnes * kCaseBit;
+    std::uint64_t zeroBytes = 0;
+    for (const char c : chars) {
+      const std::uint64_t x = word ^ (kOnes * (static_cast<unsigned char>(c) | kCaseBit));
+      zeroBytes |= (x - kOnes) & ~x;
+    }
+    if ((zeroBytes & kHighBits) != 0) break;
+  }
+  for (; i < size; ++i) {
+    const unsigned char folded = static_cast<unsigned char>(data[i]) | kCaseBit;
+    for (const char c : chars) {
+      if (folded == (static_cast<unsigned char>(c) | kCaseBit)) return i;
+    }
+  }
+  return size;
+}
+
+// Whether `word` (lower case) starts at position `at`, ignoring case.
+bool wordAt(std::string_view text, std::size_t at, std::string_view word) {
+  if (text.size() - at < word.size()) return false;
+  for (std::size_t k = 0; k < word.size(); ++k) {
+    if (foldCase(text[at + k]) != foldCase(word[k])) return false;
+  }
+  return true;
+}
+
 }  // namespace
 
 bool containsIgnoringCase(std::string_view text, std::string_view word) {
   if (word.empty()) return true;
-  if (text.size() < word.size()) return false;
-  const char first = foldCase(word[0]);
-  const std::size_t last = text.size() - word.size();
-  for (std::size_t i = 0; i <= last; ++i) {
-    if (foldCase(text[i]) != first) continue;
-    std::size_t j = 1;
-    while (j < word.size() && foldCase(text[i + j]) == foldCase(word[j])) ++j;
-    if (j == word.size()) return true;
+  const char first[] = {word[0]};
+  for (std::size_t i = nextCandidate(text, 0, first); i < text.size();
+       i = nextCandidate(text, i + 1, first)) {
+    if (wordAt(text, i, word)) return true;
   }
   return false;
 }
@@ -43,26 +83,12 @@ bool containsIgnoringCase(std::string_view text, std::string_view word) {
 bool containsSubjectTo(std::string_view line) { return containsIgnoringCase(line, "subject to"); }
 
 bool startsSection(std::string_view line) {
-  // One pass for all words, skipping characters that start none of them. Every line of the file
-  // goes through here in three of the four passes.
-  static const auto kStarts = [] {
-    std::array<bool, 256> table{};
+  static constexpr char kFirstLetters[] = {kSectionWords[0].word[0], kSectionWords[1].word[0],
+                                           kSectionWords[2].word[0]};
+  for (std::size_t i = nextCandidate(line, 0, kFirstLetters); i < line.size();
+       i = nextCandidate(line, i + 1, kFirstLetters)) {
     for (const SectionWord& section : kSectionWords) {
-      const auto first = static_cast<unsigned char>(section.word[0]);
-      table[first] = true;
-      table[static_cast<unsigned char>(first - 'a' + 'A')] = true;
-    }
-    return table;
-  }();
-  for (std::size_t i = 0; i < line.size(); ++i) {
-    if (!kStarts[static_cast<unsigned char>(line[i])]) continue;
-    const char c = foldCase(line[i]);
-    for (const SectionWord& section : kSectionWords) {
-      const std::string_view word = section.word;
-      if (c != word[0] || line.size() - i < word.size()) continue;
-      std::size_t k = 1;
-      while (k < word.size() && foldCase(line[i + k]) == word[k]) ++k;
-      if (k == word.size()) return true;
+      if (wordAt(line, i, section.word)) return true;
     }
   }
   return false;
@@ -97,23 +123,32 @@ bool removeObjectiveHeader(std::string& text) {
 }
 
 std::string normaliseExpression(std::string_view text) {
-  std::string compact;
-  compact.reserve(text.size());
+  std::string out;
+  normaliseExpression(text, out);
+  return out;
+}
+
+void normaliseExpression(std::string_view text, std::string& out) {
+  // Without branches: blanks come every few characters, at no position a branch could foresee.
+  out.resize(text.size());
+  char* const begin = out.data();
+  char* end = begin;
+  bool lastKeptIsSign = false;
   bool signPairs = false;  // two signs in a row: only then can a replacement change anything
   for (const char c : text) {
-    if (c == ' ' || c == '\t' || c == '\r' || c == '\n') continue;
-    if ((c == '+' || c == '-') && !compact.empty() &&
-        (compact.back() == '+' || compact.back() == '-')) {
-      signPairs = true;
-    }
-    compact.push_back(c);
+    const bool blank = c == ' ' || c == '\t' || c == '\r' || c == '\n';
+    const bool sign = c == '+' || c == '-';
+    signPairs |= sign & lastKeptIsSign;
+    lastKeptIsSign = sign | (blank & lastKeptIsSign);
+    *end = c;
+    end += blank ? 0 : 1;
   }
-  if (!signPairs) return compact;
-  replacePairs(compact, '+', '-', '-');
-  replacePairs(compact, '-', '+', '-');
-  replacePairs(compact, '-', '-', '+');
-  replacePairs(compact, '+', '+', '+');
-  return compact;
+  out.resize(static_cast<std::size_t>(end - begin));
+  if (!signPairs) return;
+  replacePairs(out, '+', '-', '-');
+  replacePairs(out, '-', '+', '-');
+  replacePairs(out, '-', '-', '+');
+  replacePairs(out, '+', '+', '+');
 }
 
 }  // namespace lpconv

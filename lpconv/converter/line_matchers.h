@@ -47,5 +47,7 @@ bool removeObjectiveHeader(std::string& text);
 // The expression normalisation, each step replacing every match left to right without overlap:
 // blanks, tabs, CRs and LFs removed; then "+-" -> "-", "-+" -> "-", "--" -> "+", "++" -> "+".
 std::string normaliseExpression(std::string_view text);
+// The same into `out`, whose storage is reused; `text` must not point into `out`.
+void normaliseExpression(std::string_view text, std::string& out);
 
 }  // namespace lpconv

@@ -45,14 +45,14 @@ class VariableBounds {
 // A filed constraint: coefficient row and right-hand side.
 struct ConstraintRow {
   SparseRow coefficients;
-  QQ rhs;
+  Coefficient rhs;
 };
 
 // One row of the merged two-sided inequality system: lower <= coefficients . x <= upper.
 struct InequalityRow {
   const SparseRow* coefficients;
-  const QQ* lower;
-  const QQ* upper;
+  const Coefficient* lower;
+  const Coefficient* upper;
 };
 
 struct Objective {

@@ -20,13 +20,26 @@ long truncateTo32Bits(long value) {
   return static_cast<std::int32_t>(static_cast<std::uint32_t>(static_cast<unsigned long>(value)));
 }
 
-// Moves `lines` past the first line containing "Subject To"; false at the end of the text.
-bool skipToSubjectTo(Lines& lines) {
+// Moves `lines` past the first line containing "Subject To" and returns where that line starts;
+// the text's size when there is none.
+std::size_t skipToSubjectTo(std::string_view text, Lines& lines) {
   std::string_view line;
-  while (lines.next(line)) {
-    if (containsSubjectTo(line)) return true;
+  for (std::size_t start = lines.position(); lines.next(line); start = lines.position()) {
+    if (containsSubjectTo(line)) return start;
   }
-  return false;
+  return text.size();
+}
+
+// The constraint rows: the lines after the "Subject To" line up to the first section line.
+std::string_view constraintRows(std::string_view text) {
+  Lines lines(text);
+  if (skipToSubjectTo(text, lines) == text.size()) return {};
+  const std::size_t begin = lines.position();
+  std::string_view line;
+  for (std::size_t start = begin; lines.next(line); start = lines.position()) {
+    if (startsSection(line)) return text.substr(begin, start - begin);
+  }
+  return text.substr(begin);
 }
 
 // Calls visit(index) for every lower-case "x" of the line, with the index that follows it.
@@ -88,11 +101,15 @@ long discoverVariables(std::string_view text) {
 ConstraintBlock countRows(std::string_view text, const std::string& argument) {
   ConstraintBlock block;
   Lines lines(text);
-  if (skipToSubjectTo(lines)) {
+  block.subjectTo = skipToSubjectTo(text, lines);
+  if (block.subjectTo != text.size()) {
+    const std::size_t begin = lines.position();
+    std::size_t end = text.size();
     std::string_view line;
-    while (lines.next(line)) {
+    for (std::size_t start = begin; lines.next(line); start = lines.position()) {
       if (startsSection(line)) {
         block.sectionLine = line;
+        end = start;
         break;
       }
       if (line.find("<=") != std::string_view::npos) {
@@ -105,6 +122,7 @@ ConstraintBlock countRows(std::string_view text, const std::string& argument) {
         reportFailure(messages::fileIncomplete(argument));
       }
     }
+    block.rows = text.substr(begin, end - begin);
   }
   block.afterSectionLine = lines.position();
   if (block.counts.lessEqual != block.counts.greaterEqual) reportFailure(messages::kUnbalanced);
@@ -163,15 +181,16 @@ VariableBounds readSections(std::string_view text, const ConstraintBlock& block,
 }
 
 Objective readObjective(std::string_view text, long n) {
-  Objective objective;
-  std::string header;
   Lines lines(text);
-  std::string_view line;
-  while (lines.next(line)) {
-    if (containsSubjectTo(line)) break;
-    header.append(line);
-    header.push_back('\n');
-  }
+  return readObjectiveLines(text.substr(0, skipToSubjectTo(text, lines)), n);
+}
+
+Objective readObjectiveLines(std::string_view lines, long n) {
+  Objective objective;
+  // Every line followed by a line feed: the text itself, with one more at its end when its last
+  // line has none.
+  std::string header(lines);
+  if (!header.empty() && header.back() != '\n') header.push_back('\n');
   objective.minimise = hasMinimiseHeader(header);
   objective.present = removeObjectiveHeader(header);
   if (!objective.present) return objective;
@@ -193,26 +212,31 @@ void fileRow(std::vector<ConstraintRow>& group, long counted, ConstraintRow&& ro
 }  // namespace
 
 Constraints readConstraints(std::string_view text, long n, const RowCounts& counts) {
+  return readConstraintRows(constraintRows(text), n, counts);
+}
+
+Constraints readConstraintRows(std::string_view rows, long n, const RowCounts& counts) {
   Constraints constraints;
-  Lines lines(text);
-  if (!skipToSubjectTo(lines)) return constraints;
+  Lines lines(rows);
   constraints.greaterEqual.reserve(counts.greaterEqual);
   constraints.lessEqual.reserve(counts.lessEqual);
   constraints.equations.reserve(counts.equations);
 
+  ExpressionScanner scanner;
+  Expression left;
+  Expression right;
   std::string_view line;
   while (lines.next(line)) {
-    if (startsSection(line)) break;
     if (line.empty()) continue;
-    Expression left = parseExpression(line, n);
+    scanner.scan(line, n, left);
     if (left.rest.empty()) reportFailure(messages::kNoRelationSign);
     const bool greater = left.rest.find(">=") != std::string::npos;
     const bool less = !greater && left.rest.find("<=") != std::string::npos;
     ConstraintRow row;
     // A "<=" row keeps its left constant as it is; the others move it across negated.
-    row.rhs = less ? std::move(left.constant) : -left.constant;
-    const Expression right = parseExpression(left.rest, n);
-    add(row.rhs, row.rhs, right.constant);
+    if (!less) left.constant.negate();
+    scanner.scan(left.rest, n, right);
+    row.rhs = add(left.constant, right.constant);
     row.coefficients = std::move(left.row);
     row.coefficients.subtract(right.row);
     if (greater) {

@@ -13,9 +13,11 @@ namespace lpconv {
 // truncated to 32 bits.
 long discoverVariables(std::string_view text);
 
-// What the counting of pass 2 leaves for the sections.
+// What the counting of pass 2 leaves for the later passes, which read the same text.
 struct ConstraintBlock {
   RowCounts counts;
+  std::size_t subjectTo = 0;         // where the "Subject To" line starts; the text's size if none
+  std::string_view rows;             // the lines after it, up to the line that ended the block
   std::string_view sectionLine;      // the line that ended the block; empty at the end of the text
   std::size_t afterSectionLine = 0;  // where the lines after it start
 };
@@ -33,10 +35,14 @@ VariableBounds readSections(std::string_view text, const ConstraintBlock& block,
 // Pass 3: the objective, from the lines before the first "Subject To" line. Reports
 // "Objective function error: relation sign found!" when a relation sign follows the expression.
 Objective readObjective(std::string_view text, long n);
+// The same from those lines alone (text.substr(0, block.subjectTo)).
+Objective readObjectiveLines(std::string_view lines, long n);
 
 // Pass 4: every non-empty line of the constraint block, filed into its group. Reports
 // "relation error: no sign found!", the index failure, and the index failure for a group filled
 // beyond its count.
 Constraints readConstraints(std::string_view text, long n, const RowCounts& counts);
+// The same from the block's lines alone (block.rows).
+Constraints readConstraintRows(std::string_view rows, long n, const RowCounts& counts);
 
 }  // namespace lpconv

@@ -55,10 +55,10 @@ void writeDenseRow(OutputBuffer& out, const SparseRow& row, long n) {
 }
 
 void writeOptFile(OutputBuffer& out, const LpModel& model,
-                  const std::vector<InequalityRow>& inequalities) {
+                  const std::function<std::vector<InequalityRow>()>& pairing) {
   const long n = model.variables;
   const auto rowOf = [&](const auto& row) { writeDenseRow(out, row.coefficients, n); };
-  const auto rhsOf = [](const ConstraintRow& row) -> const QQ& { return row.rhs; };
+  const auto rhsOf = [](const ConstraintRow& row) -> const Coefficient& { return row.rhs; };
 
   // 1-2: the objective sense and coefficients; without an objective header both are empty.
   if (model.objective.present) {
@@ -77,13 +77,24 @@ void writeOptFile(OutputBuffer& out, const LpModel& model,
   writeVector(out, model.constraints.equations, rhsOf);
   out.put("\n[ ]\n\n");
 
-  // 8-11: the two-sided inequalities.
-  writeMatrix(out, inequalities,
-              [&](const InequalityRow& row) { writeDenseRow(out, *row.coefficients, n); });
+  // 8-11: the two-sided inequalities: the ">=" rows, then the "<=" rows no ">=" row took.
+  const std::vector<ConstraintRow>& greaterEqual = model.constraints.greaterEqual;
+  out.put("[\n");
+  for (const ConstraintRow& row : greaterEqual) {
+    writeDenseRow(out, row.coefficients, n);
+    out.put("\n");
+  }
+  const std::vector<InequalityRow> inequalities = pairing();
+  for (std::size_t i = greaterEqual.size(); i < inequalities.size(); ++i) {
+    writeDenseRow(out, *inequalities[i].coefficients, n);
+    out.put("\n");
+  }
+  out.put("]\n");
+  writeVector(out, inequalities,
+              [](const InequalityRow& row) -> const Coefficient& { return *row.lower; });
   out.put("\n");
-  writeVector(out, inequalities, [](const InequalityRow& row) -> const QQ& { return *row.lower; });
-  out.put("\n");
-  writeVector(out, inequalities, [](const InequalityRow& row) -> const QQ& { return *row.upper; });
+  writeVector(out, inequalities,
+              [](const InequalityRow& row) -> const Coefficient& { return *row.upper; });
   out.put("\n\n");
 
   // 12-14: the integer vector (all zero) and the variable bounds.

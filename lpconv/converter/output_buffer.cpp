@@ -5,41 +5,58 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <system_error>
 
 namespace lpconv {
 
 namespace {
-constexpr std::size_t kTextCapacity = 1 << 20;
+constexpr std::size_t kTextCapacity = 1 << 18;
 constexpr std::size_t kRepeatBlockBytes = 1 << 18;
 // Shorter runs are copied: a piece of their own would cost more than the copy.
 constexpr std::size_t kCopyBelowBytes = 512;
 constexpr std::size_t kMaxPieces = IOV_MAX;
+// Enough for the writer never to wait for a batch while some are full; few enough that the text
+// held at once stays a few MB.
+constexpr std::size_t kMaxBatches = 8;
 }  // namespace
 
-OutputBuffer::OutputBuffer(int fd) : fd_(fd) {
-  text_.reserve(kTextCapacity);
-  pieces_.reserve(kMaxPieces);
+OutputBuffer::OutputBuffer(int fd) : fd_(fd), current_(std::make_unique<Batch>()) {
+  current_->text.reserve(kTextCapacity);
+  current_->pieces.reserve(kMaxPieces);
 }
 
-OutputBuffer::~OutputBuffer() { flush(); }
+OutputBuffer::~OutputBuffer() {
+  flush();
+  if (writer_.joinable()) {
+    {
+      const std::lock_guard lock(mutex_);
+      stopping_ = true;
+    }
+    changed_.notify_all();
+    writer_.join();
+  }
+}
 
 void OutputBuffer::reserveText(std::size_t bytes) {
-  if (text_.size() + bytes > text_.capacity()) {
-    flush();
-    if (bytes > text_.capacity()) text_.reserve(bytes);
+  std::string& text = current_->text;
+  if (text.size() + bytes > text.capacity()) {
+    if (!current_->pieces.empty()) handOver();
+    current_->text.clear();
+    if (bytes > current_->text.capacity()) current_->text.reserve(bytes);
   }
 }
 
 void OutputBuffer::addPiece(const char* data, std::size_t size) {
   if (size == 0) return;
-  if (pieces_.size() == kMaxPieces) flush();
-  pieces_.push_back({const_cast<char*>(data), size});
+  if (current_->pieces.size() == kMaxPieces) handOver();
+  current_->pieces.push_back({const_cast<char*>(data), size});
 }
 
 void OutputBuffer::addTextPiece(std::size_t offset, std::size_t size) {
-  const char* data = text_.data() + offset;
-  if (!pieces_.empty()) {
-    iovec& last = pieces_.back();
+  const char* data = current_->text.data() + offset;
+  std::vector<iovec>& pieces = current_->pieces;
+  if (!pieces.empty()) {
+    iovec& last = pieces.back();
     if (static_cast<const char*>(last.iov_base) + last.iov_len == data) {
       last.iov_len += size;
       return;
@@ -50,8 +67,8 @@ void OutputBuffer::addTextPiece(std::size_t offset, std::size_t size) {
 
 void OutputBuffer::put(std::string_view text) {
   reserveText(text.size());
-  const std::size_t offset = text_.size();
-  text_.append(text);
+  const std::size_t offset = current_->text.size();
+  current_->text.append(text);
   addTextPiece(offset, text.size());
 }
 
@@ -68,9 +85,10 @@ void OutputBuffer::put(const Coefficient& value) {
     return;
   }
   reserveText(64);  // an inline value's text is at most 41 characters
-  const std::size_t offset = text_.size();
-  appendText(text_, value);
-  addTextPiece(offset, text_.size() - offset);
+  std::string& text = current_->text;
+  const std::size_t offset = text.size();
+  appendText(text, value);
+  addTextPiece(offset, text.size() - offset);
 }
 
 const std::string& OutputBuffer::blockOf(std::string_view item) {
@@ -93,8 +111,8 @@ void OutputBuffer::putRepeated(std::string_view item, long count) {
   const std::string& block = blockOf(item);
   if (bytes < kCopyBelowBytes) {
     reserveText(bytes);
-    const std::size_t offset = text_.size();
-    text_.append(block.data(), bytes);
+    const std::size_t offset = current_->text.size();
+    current_->text.append(block.data(), bytes);
     addTextPiece(offset, bytes);
     return;
   }
@@ -105,29 +123,100 @@ void OutputBuffer::putRepeated(std::string_view item, long count) {
   }
 }
 
+void OutputBuffer::handOver() {
+  if (!writer_.joinable() && !inPlace_) {
+    try {
+      writer_ = std::thread([this] { runWriter(); });
+    } catch (const std::system_error&) {
+      inPlace_ = true;  // no thread to be had: each batch is written here as it fills
+    }
+  }
+  if (inPlace_) {
+    writeInPlace();
+    return;
+  }
+  std::unique_lock lock(mutex_);
+  queued_.push_back(std::move(current_));
+  changed_.notify_all();
+  changed_.wait(lock, [this] { return !spare_.empty() || batches_ < kMaxBatches; });
+  if (!spare_.empty()) {
+    current_ = std::move(spare_.back());
+    spare_.pop_back();
+    return;
+  }
+  ++batches_;
+  lock.unlock();
+  current_ = std::make_unique<Batch>();
+  current_->text.reserve(kTextCapacity);
+  current_->pieces.reserve(kMaxPieces);
+}
+
+void OutputBuffer::runWriter() {
+  std::unique_lock lock(mutex_);
+  for (;;) {
+    changed_.wait(lock, [this] { return !queued_.empty() || stopping_; });
+    if (queued_.empty()) return;
+    std::unique_ptr<Batch> batch = std::move(queued_.front());
+    queued_.pop_front();
+    writing_ = true;
+    const bool skip = failed_;
+    lock.unlock();
+    const bool written = skip || write(*batch);
+    batch->text.clear();
+    batch->pieces.clear();
+    lock.lock();
+    writing_ = false;
+    if (!written) failed_ = true;
+    spare_.push_back(std::move(batch));
+    changed_.notify_all();
+  }
+}
+
+void OutputBuffer::writeInPlace() {
+  if (!failed_ && !write(*current_)) failed_ = true;
+  current_->text.clear();
+  current_->pieces.clear();
+}
+
 void OutputBuffer::flush() {
+  if (!writer_.joinable()) {
+    // A small output, handed over never, is written here, without a thread.
+    writeInPlace();
+    return;
+  }
+  if (!current_->pieces.empty()) handOver();
+  current_->text.clear();
+  std::unique_lock lock(mutex_);
+  changed_.wait(lock, [this] { return queued_.empty() && !writing_; });
+}
+
+bool OutputBuffer::failed() const {
+  const std::lock_guard lock(mutex_);
+  return failed_;
+}
+
+bool OutputBuffer::write(Batch& batch) const {
+  std::vector<iovec>& pieces = batch.pieces;
   std::size_t first = 0;
-  while (first < pieces_.size() && !failed_) {
-    const int count = static_cast<int>(pieces_.size() - first);
-    const ssize_t written = ::writev(fd_, pieces_.data() + first, count);
+  while (first < pieces.size()) {
+    const int count = static_cast<int>(pieces.size() - first);
+    const ssize_t written = ::writev(fd_, pieces.data() + first, count);
     if (written < 0) {
       if (errno == EINTR) continue;
-      failed_ = true;
-      break;
+      return false;
     }
     // Skip the pieces written whole and shorten the one written in part.
     auto left = static_cast<std::size_t>(written);
-    while (first < pieces_.size() && left >= pieces_[first].iov_len) {
-      left -= pieces_[first].iov_len;
+    while (first < pieces.size() && left >= pieces[first].iov_len) {
+      left -= pieces[first].iov_len;
       ++first;
     }
     if (left > 0) {
-      pieces_[first].iov_base = static_cast<char*>(pieces_[first].iov_base) + left;
-      pieces_[first].iov_len -= left;
+      pieces[first].iov_base = static_cast<char*>(pieces[first].iov_base) + left;
+      pieces[first].iov_len -= left;
     }
   }
-  pieces_.clear();
-  text_.clear();
+  return true;
 }
 
 }  // namespace lpconv

@@ -3,9 +3,11 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <future>
 #include <iostream>
 #include <string>
 
+#include <lpconv/converter/huge_page_heap.h>
 #include <lpconv/converter/inequality_pairing.h>
 #include <lpconv/converter/input_text.h>
 #include <lpconv/converter/lp_reader.h>
@@ -19,6 +21,9 @@
 namespace lpconv {
 
 namespace {
+
+// From this many "<=" rows on, the pairing runs in a thread of its own.
+constexpr std::size_t kPairAside = 1000;
 
 // A process started without any argument word (argc 0) still gets its usage text.
 [[noreturn]] void printUsage(const char* argv0) {
@@ -37,11 +42,17 @@ void writeStatusLine(const char* label, long count) {
 // Writes the whole file and closes it. A failed write or close leaves an empty file and reports
 // "The output file [ name ] could not be written!".
 void writeOutput(int output, const std::string& outputName, const LpModel& model) {
-  const std::vector<InequalityRow> inequalities = pairInequalities(model.constraints);
+  // The pairing cannot fail, so it may run beside the writing of everything before its rows.
+  // Small systems, and any system when no thread can be had, pair where they are written.
+  const bool large = model.constraints.lessEqual.size() >= kPairAside;
+  std::future<std::vector<InequalityRow>> paired =
+      std::async(large ? std::launch::async | std::launch::deferred : std::launch::deferred,
+                 [&model] { return pairInequalities(model.constraints); });
   bool written = false;
   {
     OutputBuffer out(output);
-    writeOptFile(out, model, inequalities);
+    writeOptFile(out, model, [&paired] { return paired.get(); });
+    out.flush();
     written = !out.failed();
   }
   if (!written) {
@@ -61,6 +72,7 @@ void writeOutput(int output, const std::string& outputName, const LpModel& model
 }  // namespace
 
 int runConverter(int argc, char** argv) {
+  useHugePagesForHeap();
   (void)QQ::infinity();  // the shared constants are ready before anything else
   if (argc != 2) printUsage(argc > 0 ? argv[0] : nullptr);
   const std::string inputName = argv[1];
@@ -84,8 +96,11 @@ int runConverter(int argc, char** argv) {
     writeStatusLine(messages::kEquationsLabel, model.counts.equations);
     writeStatusLine(messages::kVariablesLabel, model.variables);
     model.bounds = readSections(text.laterPass(), block, model.variables);
-    model.objective = readObjective(text.laterPass(), model.variables);
-    model.constraints = readConstraints(text.laterPass(), model.variables, model.counts);
+    // The later passes read the text the counting read: where it found the "Subject To" line and
+    // the rows still hold.
+    model.objective =
+        readObjectiveLines(text.laterPass().substr(0, block.subjectTo), model.variables);
+    model.constraints = readConstraintRows(block.rows, model.variables, model.counts);
   }
   ::close(input);
 

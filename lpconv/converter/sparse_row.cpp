@@ -1,11 +1,16 @@
 #include <lpconv/converter/sparse_row.h>
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 
 namespace lpconv {
 
 namespace {
 constexpr std::size_t kInsertionSortLimit = 64;
+constexpr unsigned kArrivalBits = 6;  // arrivals 0..63 of a short row
+constexpr std::uint64_t kArrivalMask = (std::uint64_t{1} << kArrivalBits) - 1;
+constexpr long kMaxKeyIndex = (1L << (63 - kArrivalBits)) - 1;
 }  // namespace
 
 void SparseRow::finish() {
@@ -13,21 +18,42 @@ void SparseRow::finish() {
                                           [](const RowEntry& a, const RowEntry& b) {
                                             return a.index >= b.index;
                                           }) == entries_.end();
-  if (!ordered && entries_.size() <= kInsertionSortLimit) {
-    // Short rows (the usual case) sort in place, stably, without allocating: equal indices keep
-    // their arrival order, so the last assignment of an index ends its run.
-    for (std::size_t i = 1; i < entries_.size(); ++i) {
-      RowEntry entry = std::move(entries_[i]);
+  const bool shortKeys = entries_.size() <= kInsertionSortLimit &&
+                         std::all_of(entries_.begin(), entries_.end(), [](const RowEntry& e) {
+                           return e.index >= 0 && e.index <= kMaxKeyIndex;
+                         });
+  if (!ordered && shortKeys) {
+    // Short rows (the usual case) sort without allocating: small (index, arrival) keys are sorted
+    // by insertion, then the entries follow their keys around the permutation's cycles. The
+    // arrival breaks ties, so the last assignment of an index ends its run.
+    const std::size_t size = entries_.size();
+    std::array<std::uint64_t, kInsertionSortLimit> keys;
+    for (std::size_t i = 0; i < size; ++i) {
+      keys[i] = static_cast<std::uint64_t>(entries_[i].index) << kArrivalBits | i;
+    }
+    for (std::size_t i = 1; i < size; ++i) {
+      const std::uint64_t key = keys[i];
       std::size_t j = i;
-      for (; j > 0 && entries_[j - 1].index > entry.index; --j) {
-        entries_[j] = std::move(entries_[j - 1]);
+      for (; j > 0 && keys[j - 1] > key; --j) keys[j] = keys[j - 1];
+      keys[j] = key;
+    }
+    std::uint64_t placed = 0;  // bit k: position k holds its final entry
+    for (std::size_t start = 0; start < size; ++start) {
+      if ((placed >> start & 1) != 0) continue;
+      RowEntry carried = std::move(entries_[start]);
+      std::size_t at = start;
+      for (;;) {
+        placed |= std::uint64_t{1} << at;
+        const std::size_t from = keys[at] & kArrivalMask;
+        if (from == start) break;
+        entries_[at] = std::move(entries_[from]);
+        at = from;
       }
-      entries_[j] = std::move(entry);
+      entries_[at] = std::move(carried);
     }
     std::size_t out = 0;
-    for (std::size_t i = 0; i < entries_.size(); ++i) {
-      const bool overwritten =
-          i + 1 < entries_.size() && entries_[i + 1].index == entries_[i].index;
+    for (std::size_t i = 0; i < size; ++i) {
+      const bool overwritten = i + 1 < size && entries_[i + 1].index == entries_[i].index;
       if (overwritten || entries_[i].value.isZero()) continue;
       if (out != i) entries_[out] = std::move(entries_[i]);
       ++out;

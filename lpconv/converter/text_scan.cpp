@@ -7,7 +7,20 @@
 
 namespace lpconv {
 
+namespace {
+// Any number of this many decimal digits fits in a long.
+constexpr int kSafeDigits = 18;
+}  // namespace
+
 long readIndex(const char* text) {
+  // The usual index: digits at once, too few to overflow.
+  long fast = 0;
+  int digits = 0;
+  for (; digits < kSafeDigits && isDigit(text[digits]); ++digits) {
+    fast = fast * 10 + (text[digits] - '0');
+  }
+  if (digits > 0 && !isDigit(text[digits])) return fast;
+
   const char* p = text;
   while (isSpace(*p)) ++p;
   bool negative = false;

@@ -4,6 +4,8 @@
 // writer against the vector's own text is in writer_test.cpp.)
 #include <gtest/gtest.h>
 
+#include <climits>
+#include <map>
 #include <random>
 #include <sstream>
 #include <string>
@@ -142,6 +144,39 @@ TEST(FastPathTest, CoefficientAgreesWithQQ) {
       sub(difference, a, b);
       ASSERT_TRUE(sameFields(subtract(ca, cb).toQQ(), difference)) << a << " - " << b;
     }
+    if (!(a.isInf && b.isInf && a.isPositive != b.isPositive)) {
+      QQ sum;
+      add(sum, a, b);
+      ASSERT_TRUE(sameFields(add(ca, cb).toQQ(), sum)) << a << " + " << b;
+    }
+  }
+}
+
+// Rows of up to 70 assignments in any order (both sorting paths), with repeated indices, zeros and
+// indices too large for the short path's keys, against "the last assignment wins, zeros go".
+TEST(FastPathTest, FinishedRowsKeepTheLastAssignments) {
+  const std::vector<QQ> values = {QQ(0L), QQ(1L), QQ(-2L, 3L), QQ::infinity(),
+                                  QQ(std::string(30, '9'))};
+  for (int round = 0; round < 3000; ++round) {
+    const long n = round % 2 == 0 ? 8 : 100;
+    SparseRow row;
+    std::map<long, QQ> last;
+    for (long e = uniform(0, 70); e > 0; --e) {
+      const long index = round % 7 == 0 && e % 3 == 0 ? LONG_MAX - uniform(0, 2) : uniform(1, n);
+      const QQ& value = pick(values);
+      row.assign(index, value);
+      last[index] = value;
+    }
+    row.finish();
+    std::string expected;
+    for (const auto& [index, value] : last) {
+      if (!value.isZero()) expected += std::to_string(index) + ":" + toString(value) + " ";
+    }
+    std::string got;
+    for (const RowEntry& e : row.entries()) {
+      got += std::to_string(e.index) + ":" + toString(e.value) + " ";
+    }
+    ASSERT_EQ(got, expected) << round;
   }
 }
 

@@ -58,15 +58,21 @@ TEST(PassesTest, CountRowsAndTheLineThatEndsTheBlock) {
     std::string text;
     long less, greater, equations;
     std::string sectionLine;
+    std::size_t subjectTo;
+    std::string rows;
   };
   const std::vector<Case> cases = {
-      {"obj\nSubject To\nx1 <= 2\nx1 >= 1\nx2 = 3\n\nBounds\nx1 <= 4", 1, 1, 1, "Bounds"},
-      {"x1 <= 2\nx1 >= 1\n", 0, 0, 0, ""},  // no "Subject To": nothing counted
-      {"SUBJECT TO\nx1 <= 3 >= 2\nx1 >= 1\nbinding: x1 = 1\nx1 = 2", 1, 1, 0, "binding: x1 = 1"},
-      {"subject to\nx1 =< 2\n", 0, 0, 1, ""},
+      {"obj\nSubject To\nx1 <= 2\nx1 >= 1\nx2 = 3\n\nBounds\nx1 <= 4", 1, 1, 1, "Bounds", 4,
+       "x1 <= 2\nx1 >= 1\nx2 = 3\n\n"},
+      {"x1 <= 2\nx1 >= 1\n", 0, 0, 0, "", 16, ""},  // no "Subject To": nothing counted
+      {"SUBJECT TO\nx1 <= 3 >= 2\nx1 >= 1\nbinding: x1 = 1\nx1 = 2", 1, 1, 0, "binding: x1 = 1", 0,
+       "x1 <= 3 >= 2\nx1 >= 1\n"},
+      {"a\r\nsubject to\nx1 =< 2\n", 0, 0, 1, "", 3, "x1 =< 2\n"},
   };
   for (const Case& c : cases) {
     const ConstraintBlock block = countRows(c.text, "model.lp");
+    EXPECT_EQ(block.subjectTo, c.subjectTo) << c.text;
+    EXPECT_EQ(block.rows, c.rows) << c.text;
     EXPECT_EQ(block.counts.lessEqual, c.less) << c.text;
     EXPECT_EQ(block.counts.greaterEqual, c.greater) << c.text;
     EXPECT_EQ(block.counts.equations, c.equations) << c.text;
@@ -212,11 +218,15 @@ TEST(PassesTest, ScanRulesAndIndexReading) {
       {"2 x1 +", {{1, "2"}}, "1", ""},
       {"", {}, "0", ""},
   };
+  ExpressionScanner scanner;  // one scanner and one result for all: nothing may carry over
+  Expression reused;
   for (const Case& c : cases) {
-    const Expression e = parseExpression(c.text, 3);
-    EXPECT_EQ(entriesOf(e.row), c.row) << c.text;
-    EXPECT_EQ(toString(e.constant), c.constant) << c.text;
-    EXPECT_EQ(e.rest, c.rest) << c.text;
+    scanner.scan(c.text, 3, reused);
+    for (const Expression& e : {parseExpression(c.text, 3), reused}) {
+      EXPECT_EQ(entriesOf(e.row), c.row) << c.text;
+      EXPECT_EQ(toString(e.constant), c.constant) << c.text;
+      EXPECT_EQ(e.rest, c.rest) << c.text;
+    }
   }
   std::string signs;
   for (int i = 0; i < 5000; ++i) signs += "+-\f";  // the cached look-aheads stay right

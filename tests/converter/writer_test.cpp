@@ -1,6 +1,9 @@
 // The output buffer, the sparse rows and the pairing order: table-driven, with the exact bytes.
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <cstdio>
 #include <random>
 #include <sstream>
@@ -76,6 +79,20 @@ TEST(OutputBufferTest, ValuesAndTextsKeepTheirOrderAcrossFlushes) {
   });
   EXPECT_EQ(got, expected);
   EXPECT_EQ(toString(values[2]), "-3:1/2");
+}
+
+TEST(OutputBufferTest, AFailedWriteShowsAfterTheFlush) {
+  const int readOnly = ::open("/dev/null", O_RDONLY);
+  for (const int items : {1, 3000}) {  // written in place, and by the writer thread
+    OutputBuffer out(readOnly);
+    for (int i = 0; i < items; ++i) {
+      out.put("y");
+      out.putRepeated("0 ", 1000);
+    }
+    out.flush();
+    EXPECT_TRUE(out.failed()) << items;
+  }
+  ::close(readOnly);
 }
 
 std::string textOf(const SparseRow& row) {

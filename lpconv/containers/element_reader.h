@@ -26,41 +26,61 @@ void extractElement(StreamCursor& cursor, T& x) {
 // QQ's extraction: white space and comments, the token of characters "+" to ":", an "inf"
 // completion, then the text parser. A token that is an optional sign and a decimal integer
 // without leading zeros of at most 18 digits is set directly: the parser keeps such an integer
-// as read (a "-0" stays positive).
+// as read (a "-0" stays positive). Short tokens are collected without a string.
 inline void extractElement(StreamCursor& cursor, QQ& x) {
   char c = 0;
   cursor.skipWhitespaceAndComments(c);
-  std::string token;
-  for (int ch = cursor.peek(); ch >= '+' && ch <= ':'; ch = cursor.peek()) {
-    token.push_back(static_cast<char>(ch));
+  constexpr std::size_t kShort = 24;
+  char shortToken[kShort];
+  std::size_t length = 0;
+  std::string longToken;
+  int ch = cursor.peek();
+  for (; ch >= '+' && ch <= ':'; ch = cursor.peek()) {
+    if (length == kShort) {
+      longToken.assign(shortToken, length);
+      for (; ch >= '+' && ch <= ':'; ch = cursor.peek()) {
+        longToken.push_back(static_cast<char>(ch));
+        cursor.advance();
+      }
+      break;
+    }
+    shortToken[length++] = static_cast<char>(ch);
     cursor.advance();
   }
+  bool completedInf = false;
+  // Peeked once more, as the extraction does: at the end of the input this sets the fail bit.
   if (cursor.peek() == 'i') {
     // An "i" or "in" that is not completed is consumed all the same.
     cursor.advance();
     if (cursor.peek() == 'n') {
       cursor.advance();
       if (cursor.peek() == 'f') {
-        token.append("inf");
+        completedInf = true;
         cursor.advance();
       }
     }
   }
-  const std::size_t signs = !token.empty() && (token[0] == '-' || token[0] == '+') ? 1 : 0;
-  const std::size_t digits = token.size() - signs;
-  bool plain = digits >= 1 && digits <= 18 && (token[signs] != '0' || digits == 1);
+  if (!longToken.empty() || completedInf) {
+    if (longToken.empty()) longToken.assign(shortToken, length);
+    if (completedInf) longToken.append("inf");
+    x = QQ(longToken);
+    return;
+  }
+  const std::size_t signs = length > 0 && (shortToken[0] == '-' || shortToken[0] == '+') ? 1 : 0;
+  const std::size_t digits = length - signs;
+  bool plain = digits >= 1 && digits <= 18 && (shortToken[signs] != '0' || digits == 1);
   std::uint64_t value = 0;
-  for (std::size_t i = signs; plain && i < token.size(); ++i) {
-    const char d = token[i];
+  for (std::size_t i = signs; plain && i < length; ++i) {
+    const char d = shortToken[i];
     plain = d >= '0' && d <= '9';
     value = value * 10 + static_cast<std::uint64_t>(d - '0');
   }
   if (!plain) {
-    x = QQ(token);
+    x = QQ(std::string(shortToken, length));
     return;
   }
   x.isInf = false;
-  x.isPositive = token[0] != '-' || value == 0;
+  x.isPositive = shortToken[0] != '-' || value == 0;
   if (value != 0) {
     mpz_set_ui(x.ganze.value, value);
   } else if (mpz_sgn(x.ganze.value) != 0) {

@@ -50,12 +50,12 @@ report() {
 }
 
 if [ -n "$opt" ]; then
-  times=$(nice -n 19 "$exe" opt "$opt" "$workdir/copy.opt" "${chunk[@]}")
+  times=$("$exe" opt "$opt" "$workdir/copy.opt" "${chunk[@]}")
   report "$(basename "$opt")" "$opt" "$workdir/copy.opt" "$times"
 else
-  times=$(nice -n 19 "$exe" vector 1000000 "$workdir/vector.txt" "$workdir/vector.out")
+  times=$("$exe" vector 1000000 "$workdir/vector.txt" "$workdir/vector.out")
   report "vector 1,000,000" "$workdir/vector.txt" "$workdir/vector.out" "$times"
   rm -f "$workdir"/vector.*
-  times=$(nice -n 19 "$exe" matrix 200000 10 "$workdir/matrix.txt" "$workdir/matrix.out")
+  times=$("$exe" matrix 200000 10 "$workdir/matrix.txt" "$workdir/matrix.out")
   report "matrix 200,000 x 10" "$workdir/matrix.txt" "$workdir/matrix.out" "$times"
 fi

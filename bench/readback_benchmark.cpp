@@ -5,7 +5,7 @@
 //   readback_benchmark vector N IN OUT               writes a random N-element vector text to IN
 //   readback_benchmark matrix ROWS COLS IN OUT       writes a random ROWS x COLS matrix text to IN
 //
-// With --chunk-rows the matrices are read K rows at a time, each window of rows through
+// With --chunk-rows the matrices are read K rows at a time, each window of rows through one
 // Matrix<QQ>'s reader (for outputs whose matrices do not fit in memory as QQ values; a QQ with its
 // denominator's limb takes about 112 bytes). Memory use is then that of K rows.
 
@@ -64,8 +64,10 @@ void copyMatrixInWindows(std::istream& in, std::ostream& out, long rowsPerWindow
   // The previous item's reader stops after its "]": the rest of that line comes first.
   timed(readSeconds, [&] { std::getline(in >> std::ws, line); });
   out << line << std::endl;
+  // One matrix for all windows, as a program streaming rows would keep it: each read reuses the
+  // rows of the one before.
+  Matrix<QQ> window;
   for (bool done = false; !done;) {
-    Matrix<QQ> window;
     timed(readSeconds, [&] {
       std::string text = "[\n";
       long rows = 0;

@@ -1,51 +1,26 @@
 #pragma once
 // One-based growable arrays with owned storage and checked access.
 //
-// Storage has at least capacity + 1 slots; element i lives in slot i and slot 0 exists but holds no
-// element (it is carried along on growth all the same). Growth leaves every slot as copying it
-// would, but moves it (rows keep a copy's capacity, see takeAsCopy). Misuse ends the process
-// through reportFailure.
+// Storage stands for capacity + 1 slots; element i lives in slot i and slot 0 exists but holds no
+// element (it is carried along on growth all the same). Slots beyond the dimension that were
+// never reached are made when first reached, with the value fresh storage would have given them
+// (see slot_block.h). Growth leaves every slot as copying it would, but moves it (rows keep a
+// copy's capacity, see takeAsCopy). Misuse ends the process through reportFailure.
 
+#include <algorithm>
 #include <cstddef>
 #include <limits>
 #include <new>
 #include <type_traits>
 #include <utility>
-#include <vector>
 
 #include <lpconv/containers/messages.h>
+#include <lpconv/containers/slot_block.h>
 #include <lpconv/util/failure.h>
 
 namespace lpconv {
 
 static_assert(sizeof(long) == 8, "dimensions and capacities are signed 64-bit");
-
-namespace detail {
-
-// count value-initialised slots from one array-new. A count whose byte size (with the array
-// cookie of class elements) cannot be represented throws std::bad_array_new_length for every
-// element type: GCC checks that only for scalars and hands class arrays to operator new as is.
-template <typename T>
-T* newSlots(long count) {
-  constexpr std::size_t kMaxBytes = std::numeric_limits<std::size_t>::max() - sizeof(std::size_t);
-  if (count < 0 || static_cast<std::size_t>(count) > kMaxBytes / sizeof(T)) {
-    throw std::bad_array_new_length();
-  }
-  return new T[static_cast<std::size_t>(count)]();
-}
-
-// Moves a slot into fresh storage so that it looks exactly as a copy would: containers provide
-// takeAsCopy (the copy's capacity and settings without copying the elements), values move.
-template <typename T>
-void relocateSlot(T& to, T& from) {
-  if constexpr (requires { to.takeAsCopy(from); }) {
-    to.takeAsCopy(from);
-  } else {
-    to = std::move(from);
-  }
-}
-
-}  // namespace detail
 
 template <typename T>
 class Array {
@@ -67,13 +42,13 @@ class Array {
 
   // Frees the storage (elements destroyed last slot first) and resets to the empty state.
   virtual void release() {
-    delete[] elements;
+    detail::freeSlots(elements);
     elements = nullptr;
     dimension = 0;
     capacity = 0;
   }
 
-  virtual ~Array() { delete[] elements; }
+  virtual ~Array() { detail::freeSlots(elements); }
 
   // Sets the dimension to n. Storage is never shrunk: within the capacity only the dimension
   // changes and slots keep their values. Beyond it, new storage of n (or n + 100 with
@@ -84,12 +59,14 @@ class Array {
   virtual void resize(long n, bool reserveExtra) {
     if (n < 0) reportFailure(messages::kArrayDimensionNegative);
     if (n <= dimension || n <= capacity) {
+      if (elements != nullptr) makeSlots(n + 1);
       dimension = n;
       return;
     }
-    // Keeps n + 100 + 1 from overflowing; larger byte counts fail in newSlots.
+    // Keeps n + 100 + 1 from overflowing; larger byte counts fail in allocateSlots.
     if (n > kMaxElements - kReserve - 1) throw std::bad_array_new_length();
-    moveToFreshStorage(reserveExtra ? n + kReserve : n);
+    const long newCapacity = reserveExtra ? n + kReserve : n;
+    moveToFreshStorage(newCapacity, newCapacity + 1, n + 1);
     dimension = n;
   }
 
@@ -141,49 +118,88 @@ class Array {
     dropSpareCapacity();
   }
 
+  // resize(n, true) for an array without storage, whose memory is held to the n + 1 slots in use:
+  // the spare slots are only made (with their fresh values) if a later resize reaches them. For
+  // readers that create many rows that keep their length.
+  void resizeFreshKeepingSpareAway(long n) {
+    if (elements != nullptr || n <= capacity || n > kMaxElements - kReserve - 1) {
+      resize(n, true);
+      return;
+    }
+    moveToFreshStorage(n + kReserve, n + 1, n + 1, true);
+    dimension = n;
+  }
+
  protected:
   // Collects the elements a reader appends, leaving dimension, capacity and every slot as the
-  // literal one-element-at-a-time growth would, in time linear in the element count. Slots within
-  // the capacity are used in place (they keep their old values until written); beyond it the
-  // elements go to a spill area, value-initialised like fresh storage, and finish() moves
-  // everything into one allocation of the capacity the caller computes from the literal growth.
-  // Until finish() the array holds only the in-place part, so an exception thrown by a failure
-  // handler leaves it valid (the spill is simply dropped).
+  // literal one-element-at-a-time growth would, in time linear in the element count, each element
+  // made once in the storage it ends in. Slots within the capacity are used in place (they keep
+  // their old values until written); the first element beyond it moves slots 0..dimension into a
+  // block that then grows geometrically (as the literal growth copies them, so rows keep a copy's
+  // capacity), and finish() sets the capacity the caller computes from the literal growth. Until
+  // then the capacity is the dimension, so an exception thrown by a failure handler leaves a
+  // valid array.
   class Appender {
    public:
-    explicit Appender(Array& array) : array(array) {}
+    explicit Appender(Array& array) : array(array), inPlace(array.capacity) {}
 
     // The slot of the next element.
     T& next() {
-      if (spill.empty() && array.dimension < array.capacity)
+      if (array.dimension < inPlace) {
+        array.makeSlots(array.dimension + 2);
         return array.elements[++array.dimension];
-      return spill.emplace_back();
+      }
+      const long slot = array.dimension + 1;
+      if (!spilled) {
+        spilled = true;
+        array.elements = detail::moveSlots(array.elements, array.dimension + 1,
+                                           std::max(2 * slot, kFirstSpillRoom), true);
+        detail::constructSlots(array.elements, 1);
+      } else if (detail::headerOf(array.elements).room <= slot) {
+        array.elements = detail::moveSlots(array.elements, slot, 2 * slot, false);
+      }
+      detail::constructSlots(array.elements, slot + 1);
+      array.dimension = slot;
+      array.capacity = slot;
+      return array.elements[slot];
     }
-    long count() const { return array.dimension + static_cast<long>(spill.size()); }
-    // The capacity the in-place part ends at; the spill starts beyond it.
-    long inPlaceCapacity() const { return array.capacity; }
-    // Moves the spill into fresh storage of newCapacity + 1 slots (newCapacity >= count()).
+    long count() const { return array.dimension; }
+    // The capacity the in-place part ends at; elements beyond it went to fresh storage.
+    long inPlaceCapacity() const { return inPlace; }
+    // Gives the array its final capacity (newCapacity >= count()), when elements went beyond the
+    // in-place part.
     void finish(long newCapacity) {
-      if (spill.empty()) return;
-      array.moveToFreshStorage(newCapacity);
-      for (T& element : spill) detail::relocateSlot(array.elements[++array.dimension], element);
-      spill.clear();
+      if (spilled) array.capacity = newCapacity;
     }
 
    private:
+    static constexpr long kFirstSpillRoom = 16;
     Array& array;
-    std::vector<T> spill;
+    const long inPlace;
+    bool spilled = false;
   };
 
-  // Replaces the storage by newCapacity + 1 fresh slots, relocating slots 0..dimension into them.
-  void moveToFreshStorage(long newCapacity) {
-    T* fresh = detail::newSlots<T>(newCapacity + 1);
-    if (elements != nullptr) {
-      for (long i = 0; i <= dimension; ++i) detail::relocateSlot(fresh[i], elements[i]);
-    }
-    delete[] elements;
+  // Replaces the storage by a fresh block standing for newCapacity + 1 slots with memory for
+  // room of them, moving slots 0..dimension into it as a copy leaves them and value-initialising
+  // the slots up to construct - 1. pack: see detail::allocateBlock.
+  void moveToFreshStorage(long newCapacity, long room, long construct, bool pack = false) {
+    T* fresh =
+        detail::moveSlots(elements, elements == nullptr ? 0 : dimension + 1, room, true, pack);
     elements = fresh;
     capacity = newCapacity;
+    detail::constructSlots(elements, construct);
+  }
+
+  // Makes sure slots 0..count - 1 exist; slots never reached before get their fresh value. A block
+  // held to fewer slots grows to the capacity's full storage. Needs storage.
+  void makeSlots(long count) {
+    detail::BlockHeader& header = detail::headerOf(elements);
+    if (header.constructed >= count) return;
+    if (header.room < count) {
+      elements = detail::moveSlots(elements, header.constructed, std::max(count, capacity + 1),
+                                   false);
+    }
+    detail::constructSlots(elements, count);
   }
 
   long dimension = 0;
@@ -200,7 +216,7 @@ class Array {
 
   // Slot 0 of an array without storage: at(0) must hand out a real object.
   void allocateSlotZero() {
-    elements = detail::newSlots<T>(1);
+    elements = detail::allocateSlots<T>(1, 1);
     capacity = 0;
   }
   static const T& emptySlot() {
@@ -211,10 +227,12 @@ class Array {
   void assign(const Array& other) {
     if (this == &other) return;
     if (other.dimension > capacity || (elements == nullptr && other.elements != nullptr)) {
-      T* fresh = detail::newSlots<T>(other.dimension + 1);
-      delete[] elements;
+      T* fresh = detail::allocateSlots<T>(other.dimension + 1, other.dimension + 1);
+      detail::freeSlots(elements);
       elements = fresh;
       capacity = other.dimension;
+    } else if (elements != nullptr) {
+      makeSlots(other.dimension + 1);
     }
     dimension = other.dimension;
     if (other.elements != nullptr) {

@@ -10,6 +10,7 @@
 #include <ios>
 #include <istream>
 #include <locale>
+#include <streambuf>
 #include <string>
 
 #include <lpconv/containers/stream_cursor.h>
@@ -23,51 +24,125 @@ void extractElement(StreamCursor& cursor, T& x) {
   cursor.stream() >> x;
 }
 
+// The fraction of an integer QQ: zaehler 0 and nenner 1, written only where they differ (a read
+// that is not needed is much cheaper than a write, and a call to GMP per element shows).
+inline void setIntegerFraction(QQ& x) {
+  if (mpz_sgn(x.zaehler.value) != 0) mpz_set_ui(x.zaehler.value, 0);
+  const mpz_srcptr nenner = x.nenner.value;
+  if (nenner->_mp_size != 1 || nenner->_mp_d[0] != 1) mpz_set_ui(x.nenner.value, 1);
+}
+
+// x = value, as the parser leaves a plain integer token; negative as a "-" read before it
+// leaves it (0 stays positive).
+inline void setSmallInteger(QQ& x, std::uint64_t value, bool negative) {
+  x.isInf = false;
+  x.isPositive = !negative || value == 0;
+  if (value != 0) {
+    mpz_set_ui(x.ganze.value, value);
+  } else if (mpz_sgn(x.ganze.value) != 0) {
+    mpz_set_ui(x.ganze.value, 0);
+  }
+  setIntegerFraction(x);
+}
+
+// The element of almost every vector text, read straight from the stream buffer: digits without
+// a leading zero (or a lone 0), at most 18 of them, followed by a character that ends the token
+// and does not begin "inf". x and the stream end as the general extraction (and the negation of
+// a "-" before the element) leave them; anything else returns false with nothing consumed. Only
+// taken while the buffer holds the whole token and the character after it, so the digits can be
+// handed back.
+inline bool readShortInteger(StreamCursor& cursor, QQ& x, bool negative) {
+  constexpr int kMostDigits = 18;
+  std::streambuf& buffer = cursor.rawBuffer();
+  if (!cursor.stream().good()) return false;
+  int ch = buffer.sgetc();
+  // After sgetc the count is that of the characters in the buffer, never a guess about the file.
+  if (ch < '0' || ch > '9' || buffer.in_avail() < kMostDigits + 2) return false;
+  const int first = ch;
+  std::uint64_t value = 0;
+  int digits = 0;
+  do {
+    value = value * 10 + static_cast<std::uint64_t>(ch - '0');
+    ++digits;
+    ch = buffer.snextc();
+  } while (ch >= '0' && ch <= '9' && digits <= kMostDigits);
+  if (digits > kMostDigits || (first == '0' && digits > 1) || (ch >= '+' && ch <= ':') ||
+      ch == 'i') {
+    for (; digits > 0; --digits) buffer.sungetc();
+    return false;
+  }
+  setSmallInteger(x, value, negative);
+  return true;
+}
+
+// Skips blanks, tabs and line breaks straight on the buffer and returns the character after them
+// without consuming it, when that is an ordinary one; returns kEnd, having consumed only white
+// space, for the end of the input or a "/" (the general skip then takes over and leaves the
+// stream as it would have). Needs a good stream.
+inline int skipPlainWhitespace(StreamCursor& cursor) {
+  std::streambuf& buffer = cursor.rawBuffer();
+  int ch = buffer.sgetc();
+  while (ch == ' ' || ch == '\n' || ch == '\t' || ch == '\r') ch = buffer.snextc();
+  return ch == '/' ? StreamCursor::kEnd : ch;
+}
+
 // QQ's extraction: white space and comments, the token of characters "+" to ":", an "inf"
 // completion, then the text parser. A token that is an optional sign and a decimal integer
 // without leading zeros of at most 18 digits is set directly: the parser keeps such an integer
-// as read (a "-0" stays positive).
+// as read (a "-0" stays positive). Short tokens are collected without a string.
 inline void extractElement(StreamCursor& cursor, QQ& x) {
   char c = 0;
   cursor.skipWhitespaceAndComments(c);
-  std::string token;
-  for (int ch = cursor.peek(); ch >= '+' && ch <= ':'; ch = cursor.peek()) {
-    token.push_back(static_cast<char>(ch));
+  constexpr std::size_t kShort = 24;
+  char shortToken[kShort];
+  std::size_t length = 0;
+  std::string longToken;
+  int ch = cursor.peek();
+  for (; ch >= '+' && ch <= ':'; ch = cursor.peek()) {
+    if (length == kShort) {
+      longToken.assign(shortToken, length);
+      for (; ch >= '+' && ch <= ':'; ch = cursor.peek()) {
+        longToken.push_back(static_cast<char>(ch));
+        cursor.advance();
+      }
+      break;
+    }
+    shortToken[length++] = static_cast<char>(ch);
     cursor.advance();
   }
+  bool completedInf = false;
+  // Peeked once more, as the extraction does: at the end of the input this sets the fail bit.
   if (cursor.peek() == 'i') {
     // An "i" or "in" that is not completed is consumed all the same.
     cursor.advance();
     if (cursor.peek() == 'n') {
       cursor.advance();
       if (cursor.peek() == 'f') {
-        token.append("inf");
+        completedInf = true;
         cursor.advance();
       }
     }
   }
-  const std::size_t signs = !token.empty() && (token[0] == '-' || token[0] == '+') ? 1 : 0;
-  const std::size_t digits = token.size() - signs;
-  bool plain = digits >= 1 && digits <= 18 && (token[signs] != '0' || digits == 1);
+  if (!longToken.empty() || completedInf) {
+    if (longToken.empty()) longToken.assign(shortToken, length);
+    if (completedInf) longToken.append("inf");
+    x = QQ(longToken);
+    return;
+  }
+  const std::size_t signs = length > 0 && (shortToken[0] == '-' || shortToken[0] == '+') ? 1 : 0;
+  const std::size_t digits = length - signs;
+  bool plain = digits >= 1 && digits <= 18 && (shortToken[signs] != '0' || digits == 1);
   std::uint64_t value = 0;
-  for (std::size_t i = signs; plain && i < token.size(); ++i) {
-    const char d = token[i];
+  for (std::size_t i = signs; plain && i < length; ++i) {
+    const char d = shortToken[i];
     plain = d >= '0' && d <= '9';
     value = value * 10 + static_cast<std::uint64_t>(d - '0');
   }
   if (!plain) {
-    x = QQ(token);
+    x = QQ(std::string(shortToken, length));
     return;
   }
-  x.isInf = false;
-  x.isPositive = token[0] != '-' || value == 0;
-  if (value != 0) {
-    mpz_set_ui(x.ganze.value, value);
-  } else if (mpz_sgn(x.ganze.value) != 0) {
-    mpz_set_ui(x.ganze.value, 0);
-  }
-  if (mpz_sgn(x.zaehler.value) != 0) mpz_set_ui(x.zaehler.value, 0);
-  if (mpz_cmp_ui(x.nenner.value, 1) != 0) mpz_set_ui(x.nenner.value, 1);
+  setSmallInteger(x, value, shortToken[0] == '-');
 }
 
 // Whether `is >> long` is the plain decimal reading that the long reader below mirrors.

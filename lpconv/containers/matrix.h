@@ -83,7 +83,6 @@ class Matrix : public ConversionArray<Vector<T>>, public Serializable {
           break;
         }
       }
-      growth.finish();
     }
     if (columns == 0) resize(0, 0, true);
   }
@@ -144,21 +143,32 @@ class Matrix : public ConversionArray<Vector<T>>, public Serializable {
   // geometrically by moving rows, the capacity field follows the literal growth, and only the
   // rows that changed since the literal copy before get their capacity set as a copy would. Of
   // the rows, only the one just read (which may be short) and the new one can need a resize.
-  // Until finish() the storage may hold more slots than capacity + 1 (harmless: every decision
-  // looks at the capacity).
+  // The storage may have room for more slots than capacity + 1 (harmless: every decision looks
+  // at the capacity, and slots beyond the capacity are never made).
   class RowGrowth {
    public:
-    explicit RowGrowth(Matrix& m) : m(m), slots(m.elements == nullptr ? 0 : m.capacity + 1) {}
+    explicit RowGrowth(Matrix& m) : m(m) {}
 
     void addRow(long r) {
       if (r > m.capacity) {
         const long needed = r + Matrix::kReserve + 1;
-        if (needed > slots) moveRows(std::max(2 * slots, needed));
+        const long room = m.elements == nullptr ? 0 : detail::headerOf(m.elements).room;
+        if (needed > room) {
+          m.elements = detail::moveSlots(m.elements, m.elements == nullptr ? 0 : m.dimension + 1,
+                                         std::max(2 * room, needed), false);
+        }
+        m.makeSlots(r + 1);
         for (long k = changedFrom; k < r; ++k) m.elements[k].dropSpareCapacity();
         changedFrom = r - 1;
         m.capacity = r + Matrix::kReserve;
+      } else {
+        m.makeSlots(r + 1);
       }
-      for (long k = m.dimension + 1; k <= r; ++k) m.elements[k].resize(m.columns, true);
+      // New rows are read at once and mostly keep the column count: their spare slots are only
+      // made if something reaches them later.
+      for (long k = m.dimension + 1; k <= r; ++k) {
+        m.elements[k].resizeFreshKeepingSpareAway(m.columns);
+      }
       m.dimension = r;
       m.elements[r - 1].resize(m.columns, true);
       m.elements[r].resize(m.columns, true);
@@ -167,24 +177,8 @@ class Matrix : public ConversionArray<Vector<T>>, public Serializable {
     // After a resize that touched every row.
     void allRowsChanged() { changedFrom = 0; }
 
-    // Gives the storage exactly capacity + 1 slots again.
-    void finish() {
-      if (m.elements != nullptr && slots != m.capacity + 1) moveRows(m.capacity + 1);
-    }
-
    private:
-    void moveRows(long count) {
-      Vector<T>* fresh = detail::newSlots<Vector<T>>(count);
-      if (m.elements != nullptr) {
-        for (long k = 0; k <= m.dimension; ++k) fresh[k].takeStorage(m.elements[k]);
-      }
-      delete[] m.elements;
-      m.elements = fresh;
-      slots = count;
-    }
-
     Matrix& m;
-    long slots;
     long changedFrom = 0;
   };
 

@@ -118,7 +118,19 @@ class Vector : public SerializableArray<T> {
         cursor.advance();
         cursor.peekChar(c);
       }
-      if (c != 'i') {
+      bool signApplied = false;
+      if constexpr (std::is_same_v<T, QQ>) {
+        signApplied = c != 'i' && detail::readShortInteger(cursor, element, negative);
+      }
+      if (signApplied) {
+        // Read with its sign; the stream is good and the buffer holds the next character.
+        const int next = detail::skipPlainWhitespace(cursor);
+        if (next == ']') {
+          cursor.advance();
+          break;
+        }
+        if (next != detail::StreamCursor::kEnd) continue;
+      } else if (c != 'i') {
         if constexpr (std::is_same_v<T, long>) {
           if (plainDecimal) {
             detail::extractDecimalLong(cursor, element);
@@ -137,7 +149,7 @@ class Vector : public SerializableArray<T> {
         cursor.advance();
         element = detail::infinityValue<T>();
       }
-      if (negative) element = detail::negated(element);
+      if (negative && !signApplied) element = detail::negated(element);
       cursor.skipWhitespaceAndComments(c);
       if (cursor.peekChar(c) && c == ']') {
         cursor.advance();

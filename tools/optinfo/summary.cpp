@@ -33,10 +33,19 @@ void OptSummary::addNumbers(const Vector<QQ>& v) {
 
 void OptSummary::row(OptItem item, const Vector<QQ>& row) {
   long& nonZeros = item == OptItem::equations ? equationNonZeros : inequalityNonZeros;
-  for (long j = 1; j <= row.getDimension(); ++j) {
-    if (!row[j].isZero()) ++nonZeros;
-    addNumber(row[j]);
+  // Rows of a large file are mostly zeros: those only tell that a one-character number exists.
+  bool anyZero = false;
+  const long width = row.getDimension();
+  for (long j = 1; j <= width; ++j) {
+    const QQ& x = row[j];
+    if (x.isZero()) {
+      anyZero = true;
+    } else {
+      ++nonZeros;
+      addNumber(x);
+    }
   }
+  if (anyZero) addNumber(QQ::zero());
 }
 
 void OptSummary::addFile(const OptFile& file) {

@@ -1,0 +1,79 @@
+// Storage that is made on first use and memory that is recycled: a slot a resize reaches for the
+// first time holds the value fresh storage gives, whatever the memory held before, and values
+// survive the moves between blocks.
+
+#include <sstream>
+#include <string>
+
+#include <lpconv/containers/matrix.h>
+#include <lpconv/containers/vector.h>
+
+#include "test_support.h"
+
+namespace lpconv {
+namespace {
+
+template <typename T>
+long countNonZero(const Vector<T>& v) {
+  long count = 0;
+  for (long i = 1; i <= v.getDimension(); ++i) count += v[i] == T{} ? 0 : 1;
+  return count;
+}
+
+// Large blocks come from recycled huge-page mappings and small rows from shared chunks; a second
+// container over the memory of a first that was filled and freed must read as fresh.
+TEST(SlotStorage, RecycledMemoryReadsAsFresh) {
+  for (const long n : {300000L, 30000L, 5L}) {
+    for (int round = 0; round < 2; ++round) {
+      Vector<long> longs;
+      longs.resize(n, true);
+      Vector<QQ> rationals;
+      rationals.resize(n / 10 + 1, false);
+      ASSERT_EQ(countNonZero(longs) + countNonZero(rationals), 0) << n;
+      for (long i = 1; i <= n; ++i) longs[i] = 7;
+      for (long i = 1; i <= n / 10 + 1; ++i) rationals[i] = QQ(1L, 3L);
+    }
+  }
+}
+
+// The rows a matrix read creates hold only their elements; the spare slots appear when a resize
+// reaches them: fresh where never used, old values where used before.
+TEST(SlotStorage, SpareSlotsOfReadRowsAppearWhenReached) {
+  Matrix<QQ> m;
+  std::istringstream("[ [ 1 2 ] [ 3 4 ] ]") >> m;
+  Vector<QQ>& row = m.at(2);
+  const long capacity = row.getCapacity();
+  ASSERT_EQ(capacity, 102);
+  row.resize(60, false);
+  row[45] = QQ(5L);
+  row.resize(10, false);
+  row.resize(capacity, false);
+  EXPECT_EQ(row.getCapacity(), capacity);
+  EXPECT_EQ(toString(row[2]), "4");
+  EXPECT_EQ(toString(row[45]), "5");
+  EXPECT_EQ(countNonZero(row), 3);
+}
+
+// Thousands of rows fill several shared chunks; rows leave them when they outgrow their capacity,
+// whole matrices free them, and the next reads reuse them.
+TEST(SlotStorage, ManyRowsReadAgainAndAgain) {
+  std::string text = "[\n";
+  for (long r = 1; r <= 6000; ++r) {
+    text += "[ ";
+    for (long j = 1; j <= 10; ++j) text += std::to_string((r * 31 + j) % 97 - 48) + " ";
+    text += "]\n";
+  }
+  text += "]";
+  for (int round = 0; round < 3; ++round) {
+    Matrix<QQ> m;
+    std::istringstream(text) >> m;
+    for (long r = 1; r <= m.getRows(); r += 7) m.at(r).resize(round * 200 + 11, true);
+    for (long r = 1; r <= m.getRows(); r += 7) m.at(r).resize(10, false);
+    std::ostringstream out;
+    out << m;
+    ASSERT_EQ(out.str(), text) << round;
+  }
+}
+
+}  // namespace
+}  // namespace lpconv

@@ -196,8 +196,8 @@ class Array {
     detail::BlockHeader& header = detail::headerOf(elements);
     if (header.constructed >= count) return;
     if (header.room < count) {
-      elements = detail::moveSlots(elements, header.constructed, std::max(count, capacity + 1),
-                                   false);
+      elements =
+          detail::moveSlots(elements, header.constructed, std::max(count, capacity + 1), false);
     }
     detail::constructSlots(elements, count);
   }

@@ -27,9 +27,9 @@ void extractElement(StreamCursor& cursor, T& x) {
 // The fraction of an integer QQ: zaehler 0 and nenner 1, written only where they differ (a read
 // that is not needed is much cheaper than a write, and a call to GMP per element shows).
 inline void setIntegerFraction(QQ& x) {
-  if (mpz_sgn(x.zaehler.value) != 0) mpz_set_ui(x.zaehler.value, 0);
+  if (mpz_sgn(x.zaehler.value) != 0) detail::setUnsigned(x.zaehler.value, 0);
   const mpz_srcptr nenner = x.nenner.value;
-  if (nenner->_mp_size != 1 || nenner->_mp_d[0] != 1) mpz_set_ui(x.nenner.value, 1);
+  if (nenner->_mp_size != 1 || nenner->_mp_d[0] != 1) detail::setUnsigned(x.nenner.value, 1);
 }
 
 // x = value, as the parser leaves a plain integer token; negative as a "-" read before it
@@ -37,11 +37,8 @@ inline void setIntegerFraction(QQ& x) {
 inline void setSmallInteger(QQ& x, std::uint64_t value, bool negative) {
   x.isInf = false;
   x.isPositive = !negative || value == 0;
-  if (value != 0) {
-    mpz_set_ui(x.ganze.value, value);
-  } else if (mpz_sgn(x.ganze.value) != 0) {
-    mpz_set_ui(x.ganze.value, 0);
-  }
+  // A field without limbs of its own stays without them for 0 and 1.
+  if (value != 0 || mpz_sgn(x.ganze.value) != 0) detail::setUnsigned(x.ganze.value, value);
   setIntegerFraction(x);
 }
 

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <mutex>
 
 #if defined(__SANITIZE_ADDRESS__)
 #define LPCONV_LEAK_CHECKED 1
@@ -60,6 +61,13 @@ struct BlockCache {
     return false;
   }
 };
+
+// The cache and the packed chunks are shared by every thread of the program: arrays in different
+// threads must stay as independent as their memory from the general heap would be.
+std::mutex& blockMutex() {
+  static std::mutex* instance = new std::mutex;  // never destroyed, like the cache
+  return *instance;
+}
 
 BlockCache& cache() {
   static BlockCache instance;
@@ -137,7 +145,8 @@ void* allocatePacked(std::size_t bytes) {
 }
 
 void freePacked(void* block) noexcept {
-  auto* chunk = reinterpret_cast<Chunk*>(reinterpret_cast<std::uintptr_t>(block) & ~(kHugePage - 1));
+  auto* chunk =
+      reinterpret_cast<Chunk*>(reinterpret_cast<std::uintptr_t>(block) & ~(kHugePage - 1));
   if (--chunk->live > 0) return;
   if (chunk == currentChunk) {
     chunk->used = kChunkHeaderBytes;
@@ -152,6 +161,7 @@ void* allocateBlock(std::size_t bytes, bool pack, std::size_t& granted, BlockSou
   if (pack && bytes <= kPackedUpTo) {
     source = BlockSource::packed;
     granted = bytes;
+    const std::lock_guard<std::mutex> lock(blockMutex());
     return allocatePacked(bytes);
   }
   if (bytes < kMappedFrom) {
@@ -160,6 +170,7 @@ void* allocateBlock(std::size_t bytes, bool pack, std::size_t& granted, BlockSou
     return ::operator new(bytes);
   }
   source = BlockSource::mapped;
+  const std::lock_guard<std::mutex> lock(blockMutex());
   return allocateMapped(bytes, granted);
 }
 
@@ -168,12 +179,16 @@ void freeBlock(void* block, std::size_t bytes, BlockSource source) noexcept {
     case BlockSource::heap:
       ::operator delete(block);
       break;
-    case BlockSource::mapped:
+    case BlockSource::mapped: {
+      const std::lock_guard<std::mutex> lock(blockMutex());
       freeMapped(block, bytes);
       break;
-    case BlockSource::packed:
+    }
+    case BlockSource::packed: {
+      const std::lock_guard<std::mutex> lock(blockMutex());
       freePacked(block);
       break;
+    }
   }
 }
 

@@ -88,7 +88,7 @@ T* allocateSlots(long room, long construct, bool pack = false) {
 // storage and settings (their copy would lose the spare capacity), values move.
 template <typename T>
 void moveSlot(T* to, T& from) {
-  if constexpr (requires(T& a) { a.takeStorage(a); }) {
+  if constexpr (requires(T & a) { a.takeStorage(a); }) {
     ::new (to) T();
     to->takeStorage(from);
   } else {
@@ -101,7 +101,7 @@ void moveSlot(T* to, T& from) {
 template <typename T>
 void copyLikeSlot(T* to, T& from) {
   moveSlot(to, from);
-  if constexpr (requires(T& a) { a.dropSpareCapacity(); }) to->dropSpareCapacity();
+  if constexpr (requires(T & a) { a.dropSpareCapacity(); }) to->dropSpareCapacity();
 }
 
 // Moves the count constructed slots of `slots` (null: none) into a fresh block of room slots

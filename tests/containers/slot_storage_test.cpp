@@ -4,6 +4,7 @@
 
 #include <sstream>
 #include <string>
+#include <thread>
 
 #include <lpconv/containers/matrix.h>
 #include <lpconv/containers/vector.h>
@@ -55,8 +56,9 @@ TEST(SlotStorage, SpareSlotsOfReadRowsAppearWhenReached) {
 }
 
 // Thousands of rows fill several shared chunks; rows leave them when they outgrow their capacity,
-// whole matrices free them, and the next reads reuse them.
-TEST(SlotStorage, ManyRowsReadAgainAndAgain) {
+// whole matrices free them, and the next reads reuse them. Two threads do it at once: the shared
+// chunks and the block cache must not mix their arrays up.
+TEST(SlotStorage, ManyRowsReadAgainAndAgainInTwoThreads) {
   std::string text = "[\n";
   for (long r = 1; r <= 6000; ++r) {
     text += "[ ";
@@ -64,15 +66,24 @@ TEST(SlotStorage, ManyRowsReadAgainAndAgain) {
     text += "]\n";
   }
   text += "]";
-  for (int round = 0; round < 3; ++round) {
-    Matrix<QQ> m;
-    std::istringstream(text) >> m;
-    for (long r = 1; r <= m.getRows(); r += 7) m.at(r).resize(round * 200 + 11, true);
-    for (long r = 1; r <= m.getRows(); r += 7) m.at(r).resize(10, false);
-    std::ostringstream out;
-    out << m;
-    ASSERT_EQ(out.str(), text) << round;
-  }
+  const auto readRounds = [&text](int& sameRounds) {
+    for (int round = 0; round < 3; ++round) {
+      Matrix<QQ> m;
+      std::istringstream(text) >> m;
+      for (long r = 1; r <= m.getRows(); r += 7) m.at(r).resize(round * 200 + 11, true);
+      for (long r = 1; r <= m.getRows(); r += 7) m.at(r).resize(10, false);
+      std::ostringstream out;
+      out << m;
+      sameRounds += out.str() == text ? 1 : 0;
+    }
+  };
+  int first = 0;
+  int second = 0;
+  std::thread other(readRounds, std::ref(second));
+  readRounds(first);
+  other.join();
+  EXPECT_EQ(first, 3);
+  EXPECT_EQ(second, 3);
 }
 
 }  // namespace

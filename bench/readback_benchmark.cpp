@@ -67,9 +67,12 @@ void copyMatrixInWindows(std::istream& in, std::ostream& out, long rowsPerWindow
   // One matrix for all windows, as a program streaming rows would keep it: each read reuses the
   // rows of the one before.
   Matrix<QQ> window;
+  // The window's text and its stream are reused too, so that no window copies into fresh memory.
+  std::string text;
+  std::istringstream windowText;
   for (bool done = false; !done;) {
     timed(readSeconds, [&] {
-      std::string text = "[\n";
+      text.assign("[\n");
       long rows = 0;
       while (rows < rowsPerWindow && std::getline(in, line)) {
         if (line == "]") {
@@ -82,8 +85,10 @@ void copyMatrixInWindows(std::istream& in, std::ostream& out, long rowsPerWindow
       }
       if (!in) done = true;
       text += "]";
-      std::istringstream windowText(std::move(text));
+      windowText.clear();
+      windowText.str(std::move(text));
       windowText >> window;
+      text = std::move(windowText).str();
     });
     timed(writeSeconds, [&] {
       for (long r = 1; r <= window.getRows(); ++r) window.at(r).serialize(out) << std::endl;

@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-#include <lpconv/converter/coefficient.h>
 #include <lpconv/converter/sparse_row.h>
+#include <lpconv/numbers/coefficient.h>
 
 namespace lpconv {
 

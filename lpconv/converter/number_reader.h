@@ -2,7 +2,7 @@
 // Reading the numbers written in an LP line: string-to-double on decimal forms only, widened to
 // dbl_t and made exact through its 17-significant-digit text.
 
-#include <lpconv/converter/coefficient.h>
+#include <lpconv/numbers/coefficient.h>
 #include <lpconv/numbers/qq.h>
 
 namespace lpconv {

@@ -17,7 +17,7 @@
 #include <thread>
 #include <vector>
 
-#include <lpconv/converter/coefficient.h>
+#include <lpconv/numbers/coefficient.h>
 #include <lpconv/numbers/qq.h>
 
 namespace lpconv {

@@ -5,7 +5,7 @@
 
 #include <vector>
 
-#include <lpconv/converter/coefficient.h>
+#include <lpconv/numbers/coefficient.h>
 #include <lpconv/numbers/qq.h>
 
 namespace lpconv {

@@ -1,10 +1,13 @@
-#include <lpconv/converter/coefficient.h>
+#include <lpconv/numbers/coefficient.h>
+#include <lpconv/numbers/internal/wide_int.h>
 
 #include <charconv>
 
 #include <lpconv/numbers/tolerance.h>
 
 namespace lpconv {
+
+static_assert(Coefficient::kInlineLimit == static_cast<std::int64_t>(detail::kSmallLimit));
 
 namespace {
 

@@ -8,7 +8,6 @@
 #include <memory>
 #include <string>
 
-#include <lpconv/numbers/internal/wide_int.h>
 #include <lpconv/numbers/qq.h>
 
 namespace lpconv {
@@ -60,7 +59,7 @@ class Coefficient {
 
   // Both parts of the inline form stay below the wide arithmetic's small limit (2^62), so the
   // products of two of them fit in 128 bits with room for a sum.
-  static constexpr auto kInlineLimit = static_cast<std::int64_t>(detail::kSmallLimit);
+  static constexpr std::int64_t kInlineLimit = std::int64_t{1} << 62;
 
  private:
   void negateBig();

@@ -1,0 +1,206 @@
+#include <lpconv/formats/exact_number.h>
+
+#include <gmp.h>
+
+#include <cstdint>
+#include <string>
+
+#include <lpconv/numbers/qq.h>
+
+namespace lpconv {
+
+namespace {
+
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
+
+bool equalsIgnoringCase(std::string_view text, std::string_view lowerWord) {
+  if (text.size() != lowerWord.size()) return false;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    char c = text[i];
+    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    if (c != lowerWord[i]) return false;
+  }
+  return true;
+}
+
+// A decimal digit string as a GMP integer (leading zeros are fine: base 10, not base 0).
+ZZ integerOf(std::string_view digits) {
+  ZZ z;
+  std::string text(digits);
+  mpz_set_str(z.value, text.c_str(), 10);
+  return z;
+}
+
+ZZ powerOfTen(unsigned long exponent) {
+  ZZ z;
+  mpz_ui_pow_ui(z.value, 10, exponent);
+  return z;
+}
+
+std::int64_t gcd64(std::int64_t a, std::int64_t b) {
+  while (b != 0) {
+    const std::int64_t r = a % b;
+    a = b;
+    b = r;
+  }
+  return a;
+}
+
+// value = (negative ? -1 : 1) * digits * 10^scale, digits being the mantissa without its point.
+Coefficient scaled(bool negative, std::string_view digits, long scale) {
+  // Leading zeros carry no value.
+  std::size_t first = 0;
+  while (first + 1 < digits.size() && digits[first] == '0') ++first;
+  digits.remove_prefix(first);
+  if (digits == "0") return Coefficient();
+
+  static constexpr std::int64_t kPowers[] = {1,
+                                             10,
+                                             100,
+                                             1000,
+                                             10000,
+                                             100000,
+                                             1000000,
+                                             10000000,
+                                             100000000,
+                                             1000000000,
+                                             10000000000,
+                                             100000000000,
+                                             1000000000000,
+                                             10000000000000,
+                                             100000000000000,
+                                             1000000000000000,
+                                             10000000000000000,
+                                             100000000000000000};
+  if (digits.size() <= 17 && scale >= -17 && scale <= 17) {
+    std::int64_t m = 0;
+    for (char c : digits) m = m * 10 + (c - '0');
+    if (scale >= 0) {
+      const std::int64_t p = kPowers[scale];
+      if (m < Coefficient::kInlineLimit / p)
+        return Coefficient::fromLowestTerms(negative ? -m * p : m * p, 1);
+    } else {
+      std::int64_t d = kPowers[-scale];
+      const std::int64_t g = gcd64(m, d);
+      m /= g;
+      d /= g;
+      return Coefficient::fromLowestTerms(negative ? -m : m, d);
+    }
+  }
+  ZZ m = integerOf(digits);
+  QQ q = scale >= 0 ? QQ(m * powerOfTen(static_cast<unsigned long>(scale)))
+                    : QQ(m, powerOfTen(static_cast<unsigned long>(-scale)));
+  if (negative) q = -q;
+  return Coefficient(q);
+}
+
+}  // namespace
+
+bool isInfinityText(std::string_view text, bool& positive) {
+  positive = true;
+  if (!text.empty() && (text[0] == '+' || text[0] == '-')) {
+    positive = text[0] == '+';
+    text.remove_prefix(1);
+  }
+  return equalsIgnoringCase(text, "inf") || equalsIgnoringCase(text, "infinity");
+}
+
+NumberError parseExactNumber(std::string_view text, Coefficient& value) {
+  if (text.empty()) return NumberError::empty;
+  bool positive = true;
+  if (isInfinityText(text, positive)) return NumberError::infinity;
+  std::string_view rest = text;
+  bool negative = false;
+  if (rest[0] == '+' || rest[0] == '-') {
+    negative = rest[0] == '-';
+    rest.remove_prefix(1);
+  }
+  if (equalsIgnoringCase(rest, "nan")) return NumberError::notANumber;
+  if (rest.size() > 1 && rest[0] == '0' && (rest[1] == 'x' || rest[1] == 'X')) {
+    return NumberError::hexadecimal;
+  }
+
+  std::size_t i = 0;
+  while (i < rest.size() && isDigit(rest[i])) ++i;
+  const std::size_t integerDigits = i;
+
+  if (i < rest.size() && rest[i] == '/') {
+    // p/q: both parts plain digit strings.
+    const std::string_view numerator = rest.substr(0, i);
+    const std::string_view denominator = rest.substr(i + 1);
+    if (numerator.empty() || denominator.empty()) return NumberError::malformed;
+    for (char c : denominator) {
+      if (!isDigit(c)) return NumberError::malformed;
+    }
+    if (denominator.find_first_not_of('0') == std::string_view::npos) {
+      return NumberError::zeroDenominator;
+    }
+    QQ q(integerOf(numerator), integerOf(denominator));
+    if (negative) q = -q;
+    value = Coefficient(q);
+    return NumberError::none;
+  }
+
+  std::string digits(rest.substr(0, integerDigits));
+  long fractionDigits = 0;
+  if (i < rest.size() && rest[i] == '.') {
+    ++i;
+    const std::size_t start = i;
+    while (i < rest.size() && isDigit(rest[i])) ++i;
+    digits.append(rest.substr(start, i - start));
+    fractionDigits = static_cast<long>(i - start);
+  }
+  if (digits.empty()) return NumberError::malformed;
+
+  long exponent = 0;
+  if (i < rest.size() && (rest[i] == 'e' || rest[i] == 'E')) {
+    ++i;
+    bool exponentNegative = false;
+    if (i < rest.size() && (rest[i] == '+' || rest[i] == '-')) {
+      exponentNegative = rest[i] == '-';
+      ++i;
+    }
+    const std::size_t start = i;
+    bool tooLarge = false;
+    while (i < rest.size() && isDigit(rest[i])) {
+      exponent = exponent * 10 + (rest[i] - '0');
+      if (exponent > kMaxDecimalExponent) {
+        tooLarge = true;
+        exponent = kMaxDecimalExponent + 1;
+      }
+      ++i;
+    }
+    if (i == start) return NumberError::malformed;
+    if (i != rest.size()) return NumberError::malformed;
+    if (tooLarge) return NumberError::exponentRange;
+    if (exponentNegative) exponent = -exponent;
+  }
+  if (i != rest.size()) return NumberError::malformed;
+
+  value = scaled(negative, digits, exponent - fractionDigits);
+  return NumberError::none;
+}
+
+const char* describe(NumberError error) {
+  switch (error) {
+    case NumberError::none:
+      return "no error";
+    case NumberError::empty:
+      return "a number is missing";
+    case NumberError::malformed:
+      return "not a number";
+    case NumberError::hexadecimal:
+      return "hexadecimal numbers are not supported";
+    case NumberError::notANumber:
+      return "NaN is not a number an exact model can hold";
+    case NumberError::infinity:
+      return "an infinite value is not allowed here";
+    case NumberError::exponentRange:
+      return "exponent out of range (at most 1000000 in magnitude)";
+    case NumberError::zeroDenominator:
+      return "zero denominator";
+  }
+  return "not a number";
+}
+
+}  // namespace lpconv

@@ -31,7 +31,7 @@ Registers& registers() {
   return r;
 }
 
-bool isOne(const ZZ& z) { return mpz_cmp_ui(z.value, 1) == 0; }
+bool isOne(const ZZ& z) { return detail::isOne(z.value); }
 
 void setZero(QQ& r) {
   r.isInf = false;

@@ -14,6 +14,7 @@
 #include <cstdint>
 #include <iosfwd>
 #include <string>
+#include <string_view>
 
 #include <lpconv/numbers/zz.h>
 #include <lpconv/util/full_precision.h>
@@ -159,6 +160,27 @@ std::ostream& operator<<(std::ostream& os, const QQ& x);
 // Skips blanks, tabs, line breaks and comments, collects the characters "+,-./:" and digits
 // (and a following "inf"), then parses them as the text constructor does.
 std::istream& operator>>(std::istream& is, QQ& x);
+
+namespace detail {
+
+// x = the integer value, negated when negative (0 stays positive), as the parser leaves a plain
+// integer token. A field is written only where it differs, so a reader that fills a QQ again and
+// again costs no call into GMP per element; fields without limbs of their own stay without them
+// for 0 and 1.
+inline void setSmallInteger(QQ& x, std::uint64_t value, bool negative) {
+  x.isInf = false;
+  x.isPositive = !negative || value == 0;
+  if (value != 0 || mpz_sgn(x.ganze.value) != 0) setUnsigned(x.ganze.value, value);
+  if (mpz_sgn(x.zaehler.value) != 0) setUnsigned(x.zaehler.value, 0);
+  if (!isOne(x.nenner.value)) setUnsigned(x.nenner.value, 1);
+}
+
+// The plain integer token: an optional sign and 1 to 18 decimal digits without a leading zero
+// (or the single digit 0). Sets r as the general parser would and returns true; any other text
+// returns false and leaves r alone.
+bool parsePlainInteger(std::string_view text, QQ& r);
+
+}  // namespace detail
 
 // Rounding to integers; an infinity is returned unchanged.
 QQ floor(const QQ& x);

@@ -54,28 +54,6 @@ std::size_t leadingZeros(std::string_view text) {
   return firstNonZero == std::string_view::npos ? text.size() : firstNonZero;
 }
 
-// A sign and 1 to 18 decimal digits without a leading zero (or the single digit 0): the common
-// case, which needs no GMP text conversion. Gives exactly what the general route gives.
-bool parsePlainInteger(std::string_view text, QQ& r) {
-  bool positive = true;
-  if (!text.empty() && (text.front() == '-' || text.front() == '+')) {
-    positive = text.front() == '+';
-    text.remove_prefix(1);
-  }
-  if (text.empty() || text.size() > 18 || (text.front() == '0' && text.size() > 1)) return false;
-  long value = 0;
-  for (const char c : text) {
-    if (c < '0' || c > '9') return false;
-    value = value * 10 + (c - '0');
-  }
-  r.isInf = false;
-  r.isPositive = positive || value == 0;
-  detail::setUnsigned(r.ganze.value, static_cast<std::uint64_t>(value));
-  detail::setUnsigned(r.zaehler.value, 0);
-  detail::setUnsigned(r.nenner.value, 1);
-  return true;
-}
-
 // One "." / "," or ":" level of a text without exponent letters, waiting for the value of the
 // text after its separator.
 struct PendingLevel {
@@ -148,7 +126,7 @@ QQ parseMantissa(std::string_view text) {
   QQ t;
   for (;;) {
     text = skipSpace(text);
-    if (parsePlainInteger(text, t)) break;
+    if (detail::parsePlainInteger(text, t)) break;
     bool positive = true;
     if (!text.empty() && text.front() == '-') {
       positive = false;
@@ -334,6 +312,22 @@ std::istream& operator>>(std::istream& is, QQ& x) {
   }
   x = parseText(token);
   return is;
+}
+
+bool detail::parsePlainInteger(std::string_view text, QQ& r) {
+  bool negative = false;
+  if (!text.empty() && (text.front() == '-' || text.front() == '+')) {
+    negative = text.front() == '-';
+    text.remove_prefix(1);
+  }
+  if (text.empty() || text.size() > 18 || (text.front() == '0' && text.size() > 1)) return false;
+  std::uint64_t value = 0;
+  for (const char c : text) {
+    if (c < '0' || c > '9') return false;
+    value = value * 10 + static_cast<std::uint64_t>(c - '0');
+  }
+  setSmallInteger(r, value, negative);
+  return true;
 }
 
 }  // namespace lpconv

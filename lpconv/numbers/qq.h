@@ -7,9 +7,17 @@
 // isPositive. Every operation below returns canonical values for canonical operands; undefined
 // cases (INF - INF, 0 · INF, ...) end the process through reportFailure.
 //
-// A field holding 0 owns no limbs, and one holding 1 is usually the shared one (see zz.h): 0, the
-// integers 1 and -1 and the infinities take no heap, other integers one limb. Before writing into
-// a field with a raw GMP call that also reads it, call ensureOwnLimbs() on that field.
+// The rule for raw GMP calls on the public fields: before a GMP call that writes into a field it
+// also reads (mpz_add(q.nenner.value, q.nenner.value, x), mpz_mul_ui(z, z, 3), mpz_mul_2exp(z,
+// z, k), ...), call ensureOwnLimbs() on that field. A field holding 1 is usually the shared one
+// (see zz.h), which such a call would silently turn into 0. Calls whose output is not among their
+// inputs need nothing, nor does anything done through QQ's and ZZ's own operations.
+//
+// Threads: values are independent objects. Different QQ and ZZ values may be used in different
+// threads at the same time, the work registers of the arithmetic being per thread; one value
+// read from several threads at once is fine, a value written in one thread must not be touched in
+// another meanwhile. shortenProducts is a process-wide setting: change it only while no other
+// thread computes.
 
 #include <cstdint>
 #include <iosfwd>
@@ -24,7 +32,8 @@ namespace lpconv {
 using dbl_t = long double;
 
 // Whether products shorten their fraction terms to digitLimit digits. Starts false; nothing in
-// the system sets it. (digitLimit itself, 18, lives beside setFullPrecision.)
+// the system sets it. Process-wide: set it before other threads start computing. (digitLimit
+// itself, 18, lives beside setFullPrecision.)
 extern bool shortenProducts;
 
 class QQ {

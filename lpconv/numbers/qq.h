@@ -165,6 +165,8 @@ QQ& limitDigits(QQ& x, long maxDigits, bool keepLeading);
 std::string toString(const QQ& x);
 // Appends exactly the written form to out.
 void appendText(std::string& out, const QQ& x);
+// The length of the written form, without writing it.
+long textLength(const QQ& x);
 std::ostream& operator<<(std::ostream& os, const QQ& x);
 // Skips blanks, tabs, line breaks and comments, collects the characters "+,-./:" and digits
 // (and a following "inf"), then parses them as the text constructor does.

@@ -1,5 +1,6 @@
 // The text form of QQ: the writer, the string parser and the stream reader.
 
+#include <lpconv/numbers/internal/mixed_text.h>
 #include <lpconv/numbers/internal/wide_int.h>
 #include <lpconv/numbers/messages.h>
 #include <lpconv/numbers/qq.h>
@@ -229,29 +230,42 @@ QQ::QQ(const std::string& text) : QQ(parseText(std::string_view(text.c_str()))) 
 
 QQ::QQ(const char* text) : QQ(parseText(std::string_view(text))) {}
 
+namespace {
+
+struct FieldSink {
+  static bool isZero(const ZZ& z) { return z.isZero(); }
+  static bool isOne(const ZZ& z) { return detail::isOne(z.value); }
+};
+
+struct TextSink : FieldSink {
+  std::string& out;
+  explicit TextSink(std::string& out) : out(out) {}
+  void mark(char c) { out.push_back(c); }
+  void part(const ZZ& z) { appendText(out, z); }
+};
+
+struct LengthSink : FieldSink {
+  long length = 0;
+  void mark(char) { ++length; }
+  void part(const ZZ& z) { length += digitCount(z) + (z.sign() < 0 ? 1 : 0); }
+};
+
+}  // namespace
+
 void appendText(std::string& out, const QQ& x) {
   if (x.isInf) {
     out.append(x.isPositive ? "inf" : "-inf");
     return;
   }
-  const bool hasGanze = !x.ganze.isZero();
-  const bool hasFraction = !x.zaehler.isZero();
-  if (!hasGanze && !hasFraction) {
-    out.push_back('0');
-    return;
-  }
-  if (!x.isPositive) out.push_back('-');
-  if (hasGanze) {
-    appendText(out, x.ganze);
-    if (hasFraction) out.push_back(':');
-  }
-  if (hasFraction) {
-    appendText(out, x.zaehler);
-    if (mpz_cmp_ui(x.nenner.value, 1) != 0) {
-      out.push_back('/');
-      appendText(out, x.nenner);
-    }
-  }
+  TextSink sink(out);
+  detail::layOutMixed(sink, !x.isPositive, x.ganze, x.zaehler, x.nenner);
+}
+
+long textLength(const QQ& x) {
+  if (x.isInf) return x.isPositive ? 3 : 4;
+  LengthSink sink;
+  detail::layOutMixed(sink, !x.isPositive, x.ganze, x.zaehler, x.nenner);
+  return sink.length;
 }
 
 std::string toString(const QQ& x) {

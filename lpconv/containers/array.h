@@ -2,25 +2,162 @@
 // One-based growable arrays with owned storage and checked access.
 //
 // Storage stands for capacity + 1 slots; element i lives in slot i and slot 0 exists but holds no
-// element (it is carried along on growth all the same). Slots beyond the dimension that were
-// never reached are made when first reached, with the value fresh storage would have given them
-// (see slot_block.h). Growth leaves every slot as copying it would, but moves it (rows keep a
-// copy's capacity, see takeAsCopy). Misuse ends the process through reportFailure.
+// element (it is carried along on growth all the same). Growth on any element type copies as the
+// written algorithm does: every slot of the new storage default-constructed, slots 0..old
+// dimension copy-assigned in ascending order, then the old storage destroyed last slot first.
+// Only the library's own element types (numbers, strings, the containers themselves), where no
+// observer can tell the difference, take a shortcut: growth moves the slots, and slots beyond the
+// dimension that were never reached are made when first reached, with the value fresh storage
+// would have given them. Storage is plain heap memory, freed when the array is done with it.
+// Misuse ends the process through reportFailure.
 
 #include <algorithm>
 #include <cstddef>
 #include <limits>
 #include <new>
+#include <string>
 #include <type_traits>
 #include <utility>
 
 #include <lpconv/containers/messages.h>
-#include <lpconv/containers/slot_block.h>
 #include <lpconv/util/failure.h>
 
 namespace lpconv {
 
 static_assert(sizeof(long) == 8, "dimensions and capacities are signed 64-bit");
+
+class QQ;
+class BigInt;
+
+namespace detail {
+
+// Element types whose construction, copying and destruction no caller can observe: the growth of
+// an array of them may move slots and make spare slots on first use. Containers count as their
+// own (they are recognised by takeStorage, which moves a whole container without touching its
+// elements).
+template <typename T>
+inline constexpr bool isOwnElement = std::is_arithmetic_v<T> || std::is_same_v<T, std::string> ||
+                                     std::is_same_v<T, QQ> || std::is_same_v<T, BigInt> ||
+                                     requires(T& a) {
+  a.takeStorage(a);
+};
+
+// The storage of an array: a small header, then the slots, in one plain heap block. A block has
+// room for a number of slots; slots of the library's own types are constructed as they come into
+// use, every other type's slots all at once.
+struct BlockHeader {
+  // Slots 0 .. constructed - 1 hold objects.
+  long constructed;
+  // Slots the block has memory for.
+  long room;
+};
+
+// Where the slots start in the block, and the block's alignment: the header and then the slots,
+// each aligned as it needs.
+template <typename T>
+inline constexpr std::size_t kSlotOffset = (std::max(sizeof(BlockHeader), alignof(T)) +
+                                            (alignof(T) - 1)) &
+                                           ~(alignof(T) - 1);
+template <typename T>
+inline constexpr std::align_val_t kBlockAlignment{std::max(alignof(BlockHeader), alignof(T))};
+
+template <typename T>
+BlockHeader& headerOf(T* slots) {
+  return *std::launder(
+      reinterpret_cast<BlockHeader*>(reinterpret_cast<char*>(slots) - kSlotOffset<T>));
+}
+
+// Value-initialises the slots from the first unconstructed one up to count - 1 (count <= room).
+template <typename T>
+void constructSlots(T* slots, long count) {
+  BlockHeader& header = headerOf(slots);
+  for (; header.constructed < count; ++header.constructed) ::new (slots + header.constructed) T();
+}
+
+// Destroys the constructed slots, last first, and frees the block. Null is ignored.
+template <typename T>
+void freeSlots(T* slots) noexcept {
+  if (slots == nullptr) return;
+  BlockHeader& header = headerOf(slots);
+  for (long i = header.constructed - 1; i >= 0; --i) slots[i].~T();
+  header.~BlockHeader();
+  ::operator delete(reinterpret_cast<char*>(slots) - kSlotOffset<T>, kBlockAlignment<T>);
+}
+
+// A block with room for room slots of which the first construct are value-initialised (every
+// slot for a type that is not the library's own). A room whose byte count cannot be represented
+// throws std::bad_array_new_length; memory that cannot be had throws std::bad_alloc.
+template <typename T>
+T* allocateSlots(long room, long construct) {
+  constexpr std::size_t kMaxRoom =
+      (std::numeric_limits<std::size_t>::max() - kSlotOffset<T>) / sizeof(T);
+  if (room < 0 || static_cast<std::size_t>(room) > kMaxRoom) throw std::bad_array_new_length();
+  void* block = ::operator new(kSlotOffset<T> + static_cast<std::size_t>(room) * sizeof(T),
+                               kBlockAlignment<T>);
+  ::new (block) BlockHeader{0, room};
+  T* slots = reinterpret_cast<T*>(static_cast<char*>(block) + kSlotOffset<T>);
+  try {
+    constructSlots(slots, isOwnElement<T> ? construct : room);
+  } catch (...) {
+    freeSlots(slots);
+    throw;
+  }
+  return slots;
+}
+
+// Constructs raw slot `to` from `from` leaving everything about it as it was: containers take the
+// storage and settings (their copy would lose the spare capacity), values move.
+template <typename T>
+void moveSlot(T* to, T& from) {
+  if constexpr (requires(T & a) { a.takeStorage(a); }) {
+    ::new (to) T();
+    to->takeStorage(from);
+  } else {
+    ::new (to) T(std::move(from));
+  }
+}
+
+// Moves the count constructed slots of `slots` (null: none) into a fresh block of room slots,
+// frees the old block and returns the new one. asCopy: the slots end as copying them would leave
+// them (a container's capacity becomes its dimension). For the library's own element types.
+template <typename T>
+T* moveSlots(T* slots, long count, long room, bool asCopy) {
+  static_assert(isOwnElement<T>, "other element types grow by copying");
+  T* fresh = allocateSlots<T>(room, 0);
+  BlockHeader& header = headerOf(fresh);
+  try {
+    for (; slots != nullptr && header.constructed < count; ++header.constructed) {
+      T* to = fresh + header.constructed;
+      moveSlot(to, slots[header.constructed]);
+      if constexpr (requires(T & a) { a.dropSpareCapacity(); }) {
+        if (asCopy) to->dropSpareCapacity();
+      }
+    }
+  } catch (...) {
+    freeSlots(fresh);
+    throw;
+  }
+  freeSlots(slots);
+  return fresh;
+}
+
+// The written growth for any other element type: a fresh block of room slots, all
+// default-constructed; slots 0..count - 1 copy-assigned into it in ascending order; the old block
+// destroyed last slot first and freed.
+template <typename T>
+T* copySlots(T* slots, long count, long room) {
+  T* fresh = allocateSlots<T>(room, room);
+  try {
+    for (long i = 0; slots != nullptr && i < count; ++i) fresh[i] = slots[i];
+  } catch (...) {
+    freeSlots(fresh);
+    throw;
+  }
+  freeSlots(slots);
+  return fresh;
+}
+
+}  // namespace detail
 
 template <typename T>
 class Array {
@@ -66,7 +203,13 @@ class Array {
     // Keeps n + 100 + 1 from overflowing; larger byte counts fail in allocateSlots.
     if (n > kMaxElements - kReserve - 1) throw std::bad_array_new_length();
     const long newCapacity = reserveExtra ? n + kReserve : n;
-    moveToFreshStorage(newCapacity, newCapacity + 1, n + 1);
+    if constexpr (detail::isOwnElement<T>) {
+      moveToFreshStorage(newCapacity, newCapacity + 1, n + 1);
+    } else {
+      elements =
+          detail::copySlots(elements, elements == nullptr ? 0 : dimension + 1, newCapacity + 1);
+      capacity = newCapacity;
+    }
     dimension = n;
   }
 
@@ -122,12 +265,14 @@ class Array {
   // the spare slots are only made (with their fresh values) if a later resize reaches them. For
   // readers that create many rows that keep their length.
   void resizeFreshKeepingSpareAway(long n) {
-    if (elements != nullptr || n <= capacity || n > kMaxElements - kReserve - 1) {
-      resize(n, true);
-      return;
+    if constexpr (detail::isOwnElement<T>) {
+      if (elements == nullptr && n > capacity && n <= kMaxElements - kReserve - 1) {
+        moveToFreshStorage(n + kReserve, n + 1, n + 1);
+        dimension = n;
+        return;
+      }
     }
-    moveToFreshStorage(n + kReserve, n + 1, n + 1, true);
-    dimension = n;
+    resize(n, true);
   }
 
  protected:
@@ -152,11 +297,10 @@ class Array {
       const long slot = array.dimension + 1;
       if (!spilled) {
         spilled = true;
-        array.elements = detail::moveSlots(array.elements, array.dimension + 1,
-                                           std::max(2 * slot, kFirstSpillRoom), true);
+        array.elements = grow(array.dimension + 1, std::max(2 * slot, kFirstSpillRoom), true);
         detail::constructSlots(array.elements, 1);
       } else if (detail::headerOf(array.elements).room <= slot) {
-        array.elements = detail::moveSlots(array.elements, slot, 2 * slot, false);
+        array.elements = grow(slot, 2 * slot, false);
       }
       detail::constructSlots(array.elements, slot + 1);
       array.dimension = slot;
@@ -174,6 +318,14 @@ class Array {
 
    private:
     static constexpr long kFirstSpillRoom = 16;
+    // The slots moved (the library's own types) or copied into a block of room slots.
+    T* grow(long count, long room, bool asCopy) {
+      if constexpr (detail::isOwnElement<T>) {
+        return detail::moveSlots(array.elements, count, room, asCopy);
+      } else {
+        return detail::copySlots(array.elements, count, room);
+      }
+    }
     Array& array;
     const long inPlace;
     bool spilled = false;
@@ -181,10 +333,9 @@ class Array {
 
   // Replaces the storage by a fresh block standing for newCapacity + 1 slots with memory for
   // room of them, moving slots 0..dimension into it as a copy leaves them and value-initialising
-  // the slots up to construct - 1. pack: see detail::allocateBlock.
-  void moveToFreshStorage(long newCapacity, long room, long construct, bool pack = false) {
-    T* fresh =
-        detail::moveSlots(elements, elements == nullptr ? 0 : dimension + 1, room, true, pack);
+  // the slots up to construct - 1. For the library's own element types.
+  void moveToFreshStorage(long newCapacity, long room, long construct) {
+    T* fresh = detail::moveSlots(elements, elements == nullptr ? 0 : dimension + 1, room, true);
     elements = fresh;
     capacity = newCapacity;
     detail::constructSlots(elements, construct);
@@ -195,11 +346,14 @@ class Array {
   void makeSlots(long count) {
     detail::BlockHeader& header = detail::headerOf(elements);
     if (header.constructed >= count) return;
-    if (header.room < count) {
-      elements =
-          detail::moveSlots(elements, header.constructed, std::max(count, capacity + 1), false);
+    // Only the library's own types have slots still to make.
+    if constexpr (detail::isOwnElement<T>) {
+      if (header.room < count) {
+        elements =
+            detail::moveSlots(elements, header.constructed, std::max(count, capacity + 1), false);
+      }
+      detail::constructSlots(elements, count);
     }
-    detail::constructSlots(elements, count);
   }
 
   long dimension = 0;

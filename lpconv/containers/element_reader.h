@@ -3,8 +3,6 @@
 // stream state, position) but through the stream buffer: plain integers, the bulk of every file
 // the converter writes, never touch the general number parser or a stream call per character.
 
-#include <gmp.h>
-
 #include <climits>
 #include <cstdint>
 #include <ios>
@@ -12,6 +10,7 @@
 #include <locale>
 #include <streambuf>
 #include <string>
+#include <string_view>
 
 #include <lpconv/containers/stream_cursor.h>
 #include <lpconv/numbers/qq.h>
@@ -22,24 +21,6 @@ namespace lpconv::detail {
 template <typename T>
 void extractElement(StreamCursor& cursor, T& x) {
   cursor.stream() >> x;
-}
-
-// The fraction of an integer QQ: zaehler 0 and nenner 1, written only where they differ (a read
-// that is not needed is much cheaper than a write, and a call to GMP per element shows).
-inline void setIntegerFraction(QQ& x) {
-  if (mpz_sgn(x.zaehler.value) != 0) detail::setUnsigned(x.zaehler.value, 0);
-  const mpz_srcptr nenner = x.nenner.value;
-  if (nenner->_mp_size != 1 || nenner->_mp_d[0] != 1) detail::setUnsigned(x.nenner.value, 1);
-}
-
-// x = value, as the parser leaves a plain integer token; negative as a "-" read before it
-// leaves it (0 stays positive).
-inline void setSmallInteger(QQ& x, std::uint64_t value, bool negative) {
-  x.isInf = false;
-  x.isPositive = !negative || value == 0;
-  // A field without limbs of its own stays without them for 0 and 1.
-  if (value != 0 || mpz_sgn(x.ganze.value) != 0) detail::setUnsigned(x.ganze.value, value);
-  setIntegerFraction(x);
 }
 
 // The element of almost every vector text, read straight from the stream buffer: digits without
@@ -68,7 +49,7 @@ inline bool readShortInteger(StreamCursor& cursor, QQ& x, bool negative) {
     for (; digits > 0; --digits) buffer.sungetc();
     return false;
   }
-  setSmallInteger(x, value, negative);
+  detail::setSmallInteger(x, value, negative);
   return true;
 }
 
@@ -126,20 +107,9 @@ inline void extractElement(StreamCursor& cursor, QQ& x) {
     x = QQ(longToken);
     return;
   }
-  const std::size_t signs = length > 0 && (shortToken[0] == '-' || shortToken[0] == '+') ? 1 : 0;
-  const std::size_t digits = length - signs;
-  bool plain = digits >= 1 && digits <= 18 && (shortToken[signs] != '0' || digits == 1);
-  std::uint64_t value = 0;
-  for (std::size_t i = signs; plain && i < length; ++i) {
-    const char d = shortToken[i];
-    plain = d >= '0' && d <= '9';
-    value = value * 10 + static_cast<std::uint64_t>(d - '0');
-  }
-  if (!plain) {
+  if (!detail::parsePlainInteger(std::string_view(shortToken, length), x)) {
     x = QQ(std::string(shortToken, length));
-    return;
   }
-  setSmallInteger(x, value, shortToken[0] == '-');
 }
 
 // Whether `is >> long` is the plain decimal reading that the long reader below mirrors.

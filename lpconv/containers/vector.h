@@ -11,6 +11,7 @@
 #include <lpconv/containers/serializable_array.h>
 #include <lpconv/containers/stream_cursor.h>
 #include <lpconv/numbers/qq.h>
+#include <lpconv/numbers/tolerance.h>
 #include <lpconv/util/exceptions.h>
 #include <lpconv/util/failure.h>
 #include <lpconv/util/stream_helpers.h>
@@ -60,19 +61,10 @@ bool nearlyEqual(const T& a, const T& b) {
   return a == b;
 }
 
-// 1/10^9, built once from the long double 10^9.
-const QQ& vectorTolerance();
-
-// True when a and b compare equal or |a - b| <= 1/10^9. Equal infinities compare equal before
-// any subtraction, so this never reports "INF - INF is not defined".
-bool nearlyEqual(const QQ& a, const QQ& b);
+// True when a and b compare equal or |a - b| <= 1/10^9, the library's one tolerance.
+inline bool nearlyEqual(const QQ& a, const QQ& b) { return withinEqualityTolerance(a, b); }
 
 }  // namespace detail
-
-// The element test of Vector<QQ> equality and its tolerance, for code that compares rows it keeps
-// in another form and must decide exactly as the vector comparison does.
-inline bool withinVectorTolerance(const QQ& a, const QQ& b) { return detail::nearlyEqual(a, b); }
-inline const QQ& vectorEqualityTolerance() { return detail::vectorTolerance(); }
 
 template <typename T>
 class Vector : public SerializableArray<T> {

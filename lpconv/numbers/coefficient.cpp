@@ -1,4 +1,5 @@
 #include <lpconv/numbers/coefficient.h>
+#include <lpconv/numbers/internal/mixed_text.h>
 #include <lpconv/numbers/internal/wide_int.h>
 
 #include <charconv>
@@ -58,6 +59,14 @@ void appendUnsigned(std::string& out, std::uint64_t v) {
   const auto end = std::to_chars(digits, digits + sizeof digits, v).ptr;
   out.append(digits, end);
 }
+
+struct InlineTextSink {
+  std::string& out;
+  static bool isZero(std::uint64_t v) { return v == 0; }
+  static bool isOne(std::uint64_t v) { return v == 1; }
+  void mark(char c) { out.push_back(c); }
+  void part(std::uint64_t v) { appendUnsigned(out, v); }
+};
 
 }  // namespace
 
@@ -177,24 +186,10 @@ void appendText(std::string& out, const Coefficient& c) {
     return;
   }
   const std::int64_t num = c.numerator();
-  if (num == 0) {
-    out.push_back('0');
-    return;
-  }
-  if (num < 0) out.push_back('-');
   const auto magnitude = static_cast<std::uint64_t>(num < 0 ? -num : num);
   const auto den = static_cast<std::uint64_t>(c.denominator());
-  const std::uint64_t whole = magnitude / den;
-  const std::uint64_t part = magnitude % den;
-  if (whole != 0) {
-    appendUnsigned(out, whole);
-    if (part != 0) out.push_back(':');
-  }
-  if (part != 0) {
-    appendUnsigned(out, part);
-    out.push_back('/');
-    appendUnsigned(out, den);
-  }
+  InlineTextSink sink{out};
+  detail::layOutMixed(sink, num < 0, magnitude / den, magnitude % den, den);
 }
 
 std::string toString(const Coefficient& c) {

@@ -14,9 +14,10 @@ bool shortenProducts = false;
 
 namespace {
 
-// Work registers of the arithmetic. The process is single-threaded and no operation holds a
-// register across a call to another operation that uses them, so one set serves all; their
-// storage is recycled by swapping results into place instead of allocating per operation.
+// Work registers of the arithmetic, one set per thread: no operation holds a register across a
+// call to another operation that uses them, so one set serves a thread, and their storage is
+// recycled by swapping results into place instead of allocating per operation. Nothing here is
+// shared between threads, so values in different threads are independent.
 struct Registers {
   mpz_t g, z, n, d, t, u;
   Registers() { mpz_inits(g, z, n, d, t, u, nullptr); }
@@ -26,11 +27,11 @@ struct Registers {
 };
 
 Registers& registers() {
-  static Registers r;
+  thread_local Registers r;
   return r;
 }
 
-bool isOne(const ZZ& z) { return mpz_cmp_ui(z.value, 1) == 0; }
+bool isOne(const ZZ& z) { return detail::isOne(z.value); }
 
 void setZero(QQ& r) {
   r.isInf = false;

@@ -7,13 +7,22 @@
 // isPositive. Every operation below returns canonical values for canonical operands; undefined
 // cases (INF - INF, 0 · INF, ...) end the process through reportFailure.
 //
-// A field holding 0 owns no limbs, and one holding 1 is usually the shared one (see zz.h): 0, the
-// integers 1 and -1 and the infinities take no heap, other integers one limb. Before writing into
-// a field with a raw GMP call that also reads it, call ensureOwnLimbs() on that field.
+// The rule for raw GMP calls on the public fields: before a GMP call that writes into a field it
+// also reads (mpz_add(q.nenner.value, q.nenner.value, x), mpz_mul_ui(z, z, 3), mpz_mul_2exp(z,
+// z, k), ...), call ensureOwnLimbs() on that field. A field holding 1 is usually the shared one
+// (see zz.h), which such a call would silently turn into 0. Calls whose output is not among their
+// inputs need nothing, nor does anything done through QQ's and ZZ's own operations.
+//
+// Threads: values are independent objects. Different QQ and ZZ values may be used in different
+// threads at the same time, the work registers of the arithmetic being per thread; one value
+// read from several threads at once is fine, a value written in one thread must not be touched in
+// another meanwhile. shortenProducts is a process-wide setting: change it only while no other
+// thread computes.
 
 #include <cstdint>
 #include <iosfwd>
 #include <string>
+#include <string_view>
 
 #include <lpconv/numbers/zz.h>
 #include <lpconv/util/full_precision.h>
@@ -23,7 +32,8 @@ namespace lpconv {
 using dbl_t = long double;
 
 // Whether products shorten their fraction terms to digitLimit digits. Starts false; nothing in
-// the system sets it. (digitLimit itself, 18, lives beside setFullPrecision.)
+// the system sets it. Process-wide: set it before other threads start computing. (digitLimit
+// itself, 18, lives beside setFullPrecision.)
 extern bool shortenProducts;
 
 class QQ {
@@ -155,10 +165,33 @@ QQ& limitDigits(QQ& x, long maxDigits, bool keepLeading);
 std::string toString(const QQ& x);
 // Appends exactly the written form to out.
 void appendText(std::string& out, const QQ& x);
+// The length of the written form, without writing it.
+long textLength(const QQ& x);
 std::ostream& operator<<(std::ostream& os, const QQ& x);
 // Skips blanks, tabs, line breaks and comments, collects the characters "+,-./:" and digits
 // (and a following "inf"), then parses them as the text constructor does.
 std::istream& operator>>(std::istream& is, QQ& x);
+
+namespace detail {
+
+// x = the integer value, negated when negative (0 stays positive), as the parser leaves a plain
+// integer token. A field is written only where it differs, so a reader that fills a QQ again and
+// again costs no call into GMP per element; fields without limbs of their own stay without them
+// for 0 and 1.
+inline void setSmallInteger(QQ& x, std::uint64_t value, bool negative) {
+  x.isInf = false;
+  x.isPositive = !negative || value == 0;
+  if (value != 0 || mpz_sgn(x.ganze.value) != 0) setUnsigned(x.ganze.value, value);
+  if (mpz_sgn(x.zaehler.value) != 0) setUnsigned(x.zaehler.value, 0);
+  if (!isOne(x.nenner.value)) setUnsigned(x.nenner.value, 1);
+}
+
+// The plain integer token: an optional sign and 1 to 18 decimal digits without a leading zero
+// (or the single digit 0). Sets r as the general parser would and returns true; any other text
+// returns false and leaves r alone.
+bool parsePlainInteger(std::string_view text, QQ& r);
+
+}  // namespace detail
 
 // Rounding to integers; an infinity is returned unchanged.
 QQ floor(const QQ& x);

@@ -1,5 +1,6 @@
 // The text form of QQ: the writer, the string parser and the stream reader.
 
+#include <lpconv/numbers/internal/mixed_text.h>
 #include <lpconv/numbers/internal/wide_int.h>
 #include <lpconv/numbers/messages.h>
 #include <lpconv/numbers/qq.h>
@@ -52,28 +53,6 @@ std::string_view skipSpace(std::string_view text) {
 std::size_t leadingZeros(std::string_view text) {
   const std::size_t firstNonZero = text.find_first_not_of('0');
   return firstNonZero == std::string_view::npos ? text.size() : firstNonZero;
-}
-
-// A sign and 1 to 18 decimal digits without a leading zero (or the single digit 0): the common
-// case, which needs no GMP text conversion. Gives exactly what the general route gives.
-bool parsePlainInteger(std::string_view text, QQ& r) {
-  bool positive = true;
-  if (!text.empty() && (text.front() == '-' || text.front() == '+')) {
-    positive = text.front() == '+';
-    text.remove_prefix(1);
-  }
-  if (text.empty() || text.size() > 18 || (text.front() == '0' && text.size() > 1)) return false;
-  long value = 0;
-  for (const char c : text) {
-    if (c < '0' || c > '9') return false;
-    value = value * 10 + (c - '0');
-  }
-  r.isInf = false;
-  r.isPositive = positive || value == 0;
-  detail::setUnsigned(r.ganze.value, static_cast<std::uint64_t>(value));
-  detail::setUnsigned(r.zaehler.value, 0);
-  detail::setUnsigned(r.nenner.value, 1);
-  return true;
 }
 
 // One "." / "," or ":" level of a text without exponent letters, waiting for the value of the
@@ -148,7 +127,7 @@ QQ parseMantissa(std::string_view text) {
   QQ t;
   for (;;) {
     text = skipSpace(text);
-    if (parsePlainInteger(text, t)) break;
+    if (detail::parsePlainInteger(text, t)) break;
     bool positive = true;
     if (!text.empty() && text.front() == '-') {
       positive = false;
@@ -251,29 +230,42 @@ QQ::QQ(const std::string& text) : QQ(parseText(std::string_view(text.c_str()))) 
 
 QQ::QQ(const char* text) : QQ(parseText(std::string_view(text))) {}
 
+namespace {
+
+struct FieldSink {
+  static bool isZero(const ZZ& z) { return z.isZero(); }
+  static bool isOne(const ZZ& z) { return detail::isOne(z.value); }
+};
+
+struct TextSink : FieldSink {
+  std::string& out;
+  explicit TextSink(std::string& out) : out(out) {}
+  void mark(char c) { out.push_back(c); }
+  void part(const ZZ& z) { appendText(out, z); }
+};
+
+struct LengthSink : FieldSink {
+  long length = 0;
+  void mark(char) { ++length; }
+  void part(const ZZ& z) { length += digitCount(z) + (z.sign() < 0 ? 1 : 0); }
+};
+
+}  // namespace
+
 void appendText(std::string& out, const QQ& x) {
   if (x.isInf) {
     out.append(x.isPositive ? "inf" : "-inf");
     return;
   }
-  const bool hasGanze = !x.ganze.isZero();
-  const bool hasFraction = !x.zaehler.isZero();
-  if (!hasGanze && !hasFraction) {
-    out.push_back('0');
-    return;
-  }
-  if (!x.isPositive) out.push_back('-');
-  if (hasGanze) {
-    appendText(out, x.ganze);
-    if (hasFraction) out.push_back(':');
-  }
-  if (hasFraction) {
-    appendText(out, x.zaehler);
-    if (mpz_cmp_ui(x.nenner.value, 1) != 0) {
-      out.push_back('/');
-      appendText(out, x.nenner);
-    }
-  }
+  TextSink sink(out);
+  detail::layOutMixed(sink, !x.isPositive, x.ganze, x.zaehler, x.nenner);
+}
+
+long textLength(const QQ& x) {
+  if (x.isInf) return x.isPositive ? 3 : 4;
+  LengthSink sink;
+  detail::layOutMixed(sink, !x.isPositive, x.ganze, x.zaehler, x.nenner);
+  return sink.length;
 }
 
 std::string toString(const QQ& x) {
@@ -334,6 +326,22 @@ std::istream& operator>>(std::istream& is, QQ& x) {
   }
   x = parseText(token);
   return is;
+}
+
+bool detail::parsePlainInteger(std::string_view text, QQ& r) {
+  bool negative = false;
+  if (!text.empty() && (text.front() == '-' || text.front() == '+')) {
+    negative = text.front() == '-';
+    text.remove_prefix(1);
+  }
+  if (text.empty() || text.size() > 18 || (text.front() == '0' && text.size() > 1)) return false;
+  std::uint64_t value = 0;
+  for (const char c : text) {
+    if (c < '0' || c > '9') return false;
+    value = value * 10 + static_cast<std::uint64_t>(c - '0');
+  }
+  setSmallInteger(r, value, negative);
+  return true;
 }
 
 }  // namespace lpconv

@@ -8,6 +8,10 @@
 // reads it as 1, writes into it only after allocating fresh limbs, and mpz_clear leaves it
 // alone, so a QQ integer, 0 or infinity takes no heap for it.
 //
+// Built with LPCONV_SHARED_ONE=0 (the CMake option LPCONV_SHARED_ONE=OFF), there is no shared
+// one: a field holding 1 owns its limb like any other integer, so raw GMP calls need no care;
+// only 0 stays without limbs, as GMP itself keeps it.
+//
 // Where it appears: only in the fields of QQ values (made by QQ's constructors, copies and
 // operations), and in a ZZ that a field was moved or swapped into. The ZZ constructors, ZZ
 // copies and ZZ copy assignment always leave a non-zero ZZ with limbs of its own.
@@ -23,6 +27,17 @@
 
 #include <gmp.h>
 
+// GMP 6.2 made every fresh integer limbless (_mp_alloc 0); 0 and the shared one rely on it.
+#if !defined(__GNU_MP_VERSION) || __GNU_MP_VERSION < 6 || \
+    (__GNU_MP_VERSION == 6 && __GNU_MP_VERSION_MINOR < 2)
+#error "lpconv needs GMP 6.2 or later"
+#endif
+
+// Whether QQ fields holding 1 share one read-only limb (see above); set by the build.
+#ifndef LPCONV_SHARED_ONE
+#define LPCONV_SHARED_ONE 1
+#endif
+
 #include <iosfwd>
 #include <string>
 #include <utility>
@@ -35,13 +50,17 @@ namespace detail {
 // instead of changing every 1 in the process.
 inline constexpr mp_limb_t kSharedOneLimb = 1;
 
-// z = v for v in {-1, 0, 1}, without limbs (the shared one for 1 and -1); whatever limbs z owned
-// are the caller's to release.
+// z = v for v in {-1, 0, 1}, without limbs (the shared one for 1 and -1; without the shared one,
+// 1 and -1 get a limb of their own); whatever limbs z owned are the caller's to release.
 inline void setWithoutLimbs(mpz_ptr z, int v) {
   z->_mp_alloc = 0;
-  z->_mp_size = v;
+  z->_mp_size = LPCONV_SHARED_ONE ? v : 0;
   z->_mp_d = const_cast<mp_limb_t*>(&kSharedOneLimb);
+  if (!LPCONV_SHARED_ONE && v != 0) mpz_set_si(z, v);
 }
+
+// Whether z is 1, without a call into GMP (the readers ask it once per element).
+inline bool isOne(mpz_srcptr z) { return z->_mp_size == 1 && z->_mp_d[0] == 1; }
 
 // z = v. An integer without limbs stays without for 0 and 1 (GMP's mpz_set_ui would give it a
 // limb even for 0); an integer with limbs keeps them. For QQ fields, work registers and integers

@@ -1,6 +1,6 @@
-// Storage that is made on first use and memory that is recycled: a slot a resize reaches for the
-// first time holds the value fresh storage gives, whatever the memory held before, and values
-// survive the moves between blocks.
+// Storage that is made on first use: a slot a resize reaches for the first time holds the value
+// fresh storage gives, whatever the memory held before, and values survive the moves between
+// blocks.
 
 #include <sstream>
 #include <string>
@@ -21,8 +21,8 @@ long countNonZero(const Vector<T>& v) {
   return count;
 }
 
-// Large blocks come from recycled huge-page mappings and small rows from shared chunks; a second
-// container over the memory of a first that was filled and freed must read as fresh.
+// A second container over the heap memory of a first that was filled and freed must read as
+// fresh.
 TEST(SlotStorage, RecycledMemoryReadsAsFresh) {
   for (const long n : {300000L, 30000L, 5L}) {
     for (int round = 0; round < 2; ++round) {
@@ -55,9 +55,8 @@ TEST(SlotStorage, SpareSlotsOfReadRowsAppearWhenReached) {
   EXPECT_EQ(countNonZero(row), 3);
 }
 
-// Thousands of rows fill several shared chunks; rows leave them when they outgrow their capacity,
-// whole matrices free them, and the next reads reuse them. Two threads do it at once: the shared
-// chunks and the block cache must not mix their arrays up.
+// Thousands of rows are read, outgrow their capacity and are freed with their matrix, round after
+// round, in two threads at once: what each thread writes back is what it read.
 TEST(SlotStorage, ManyRowsReadAgainAndAgainInTwoThreads) {
   std::string text = "[\n";
   for (long r = 1; r <= 6000; ++r) {

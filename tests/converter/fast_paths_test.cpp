@@ -18,7 +18,8 @@
 #include <lpconv/converter/output_name.h>
 #include <lpconv/numbers/tolerance.h>
 #include <lpconv/util/full_precision.h>
-#include <lpconv/util/patterns.h>
+
+#include "patterns.h"
 
 namespace lpconv {
 namespace {

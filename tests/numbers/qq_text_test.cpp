@@ -160,5 +160,14 @@ TEST(QQTextTest, AgreesWithTheRecursiveOracle) {
   EXPECT_GT(compared, 19000);
 }
 
+TEST(QQText, TextLengthIsTheWrittenLength) {
+  for (const char* text : {"0", "7", "-7", "1/2", "-1/2", "3:1/2", "-3:1/2", "inf", "-inf",
+                           "123456789012345678901234567890:1/1234567890123456789012345",
+                           "-10000000000000001/100000000000000000", "18446744073709551616"}) {
+    const QQ x(text);
+    EXPECT_EQ(textLength(x), static_cast<long>(toString(x).size())) << text;
+  }
+}
+
 }  // namespace
 }  // namespace lpconv

@@ -1,4 +1,4 @@
-// The summary's own arithmetic: text lengths without writing, and the kinds of rows and bounds.
+// The summary's own arithmetic: the kinds of rows and bounds.
 
 #include "summary.h"
 
@@ -9,15 +9,6 @@
 
 namespace lpconv {
 namespace {
-
-TEST(OptSummary, TextLengthIsTheWrittenLength) {
-  for (const char* text : {"0", "7", "-7", "1/2", "-1/2", "3:1/2", "-3:1/2", "inf", "-inf",
-                           "123456789012345678901234567890:1/1234567890123456789012345",
-                           "-10000000000000001/100000000000000000", "18446744073709551616"}) {
-    const QQ x(text);
-    EXPECT_EQ(textLength(x), static_cast<long>(toString(x).size())) << text;
-  }
-}
 
 // Every kind once; the sides and bounds of each kind stated as the converter writes them.
 TEST(OptSummary, CountsEveryKind) {

@@ -2,7 +2,6 @@
 #include <lpconv/util/durations.h>
 #include <lpconv/util/full_precision.h>
 #include <lpconv/util/paths.h>
-#include <lpconv/util/patterns.h>
 #include <lpconv/util/random_seed.h>
 #include <lpconv/util/strings.h>
 
@@ -11,6 +10,8 @@
 #include <regex>
 #include <sstream>
 #include <string>
+
+#include "patterns.h"
 
 namespace lpconv {
 namespace {

@@ -4,18 +4,6 @@
 
 namespace lpconv {
 
-long textLength(const QQ& x) {
-  if (x.isInf) return x.isPositive ? 3 : 4;
-  if (x.ganze.isZero() && x.zaehler.isZero()) return 1;
-  long length = x.isPositive ? 0 : 1;
-  if (!x.ganze.isZero()) length += digitCount(x.ganze) + (x.zaehler.isZero() ? 0 : 1);
-  if (!x.zaehler.isZero()) {
-    length += digitCount(x.zaehler);
-    if (mpz_cmp_ui(x.nenner.get(), 1) != 0) length += 1 + digitCount(x.nenner);
-  }
-  return length;
-}
-
 void OptSummary::addNumber(const QQ& x) {
   // Most entries of a large file are 0: one character, denominator 1.
   if (x.isZero()) {

@@ -11,9 +11,6 @@
 
 namespace lpconv {
 
-// Characters of x's written form ("-3:1/2" has 6) without writing it.
-long textLength(const QQ& x);
-
 class OptSummary : public RowObserver {
  public:
   // Counts the non-zeros and numbers of one row of the equation or inequality matrix.

@@ -16,9 +16,10 @@
 #include <lpconv/util/failure.h>
 #include <lpconv/util/full_precision.h>
 #include <lpconv/util/paths.h>
-#include <lpconv/util/patterns.h>
 #include <lpconv/util/strings.h>
 #include <lpconv/util/trace.h>
+
+#include "patterns.h"
 
 namespace lpconv::reference {
 namespace {

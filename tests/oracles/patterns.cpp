@@ -1,4 +1,4 @@
-#include <lpconv/util/patterns.h>
+#include "patterns.h"
 
 namespace lpconv {
 

@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace lpconv {
 
@@ -40,8 +41,10 @@ std::optional<std::string_view> firstVariableDigits(std::string_view line);
 // Whether "min(.|\r|\n)*:" matches case-insensitively: a "min" with a ":" somewhere after it.
 bool hasMinimiseHeader(std::string_view text);
 
-// Removes the case-sensitive match of "(Min|Max)(.|\r|\n)*:": from the first "Min" or "Max" that
-// has a ":" after it through the last ":". Returns false (and leaves text alone) when none matches.
+// Where the case-sensitive match of "(Min|Max)(.|\r|\n)*:" lies: from the first "Min" or "Max"
+// that has a ":" after it through the last ":" (begin, end); nothing when none matches.
+std::optional<std::pair<std::size_t, std::size_t>> objectiveHeader(std::string_view text);
+// Removes that match. Returns false (and leaves text alone) when none matches.
 bool removeObjectiveHeader(std::string& text);
 
 // The expression normalisation, each step replacing every match left to right without overlap:
@@ -49,5 +52,7 @@ bool removeObjectiveHeader(std::string& text);
 std::string normaliseExpression(std::string_view text);
 // The same into `out`, whose storage is reused; `text` must not point into `out`.
 void normaliseExpression(std::string_view text, std::string& out);
+// The normalisation of the two texts joined, without joining them first.
+void normaliseExpression(std::string_view before, std::string_view after, std::string& out);
 
 }  // namespace lpconv

@@ -187,14 +187,15 @@ Objective readObjective(std::string_view text, long n) {
 
 Objective readObjectiveLines(std::string_view lines, long n) {
   Objective objective;
-  // Every line followed by a line feed: the text itself, with one more at its end when its last
-  // line has none.
-  std::string header(lines);
-  if (!header.empty() && header.back() != '\n') header.push_back('\n');
-  objective.minimise = hasMinimiseHeader(header);
-  objective.present = removeObjectiveHeader(header);
+  // The header patterns end at a ":", and the line feeds are blanks to the expression: the lines
+  // are read where they are, without a copy (an objective line may be most of the file).
+  objective.minimise = hasMinimiseHeader(lines);
+  const auto header = objectiveHeader(lines);
+  objective.present = header.has_value();
   if (!objective.present) return objective;
-  Expression parsed = parseExpression(header, n);
+  Expression parsed;
+  ExpressionScanner().scanJoined(lines.substr(0, header->first), lines.substr(header->second), n,
+                                 parsed);
   if (!parsed.rest.empty()) reportFailure(messages::kObjectiveRelationSign);
   objective.row = std::move(parsed.row);
   return objective;

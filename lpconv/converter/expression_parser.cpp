@@ -140,7 +140,8 @@ void ExpressionScanner::scanJoined(std::string_view before, std::string_view aft
   }
   if (pending) constant = add(constant, current);
   if (tabled) {
-    for (const RowEntry& entry : row.entries()) position_[static_cast<std::size_t>(entry.index)] = 0;
+    for (const RowEntry& entry : row.entries())
+      position_[static_cast<std::size_t>(entry.index)] = 0;
   }
 
   std::size_t first = restStart;

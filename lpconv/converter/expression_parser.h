@@ -3,10 +3,10 @@
 // coefficient row and a constant. It is a character scan over the normalised text, not a
 // grammar; its sign handling, implicit coefficients and end rule are the converter's behaviour.
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
-#include <cstdint>
 
 #include <lpconv/converter/sparse_row.h>
 #include <lpconv/numbers/coefficient.h>

@@ -82,7 +82,7 @@ bool containsIgnoringCase(std::string_view text, std::string_view word) {
 
 bool containsSubjectTo(std::string_view line) { return containsIgnoringCase(line, "subject to"); }
 
-bool startsSection(std::string_view line) {
+bool namesSection(std::string_view line) {
   static constexpr char kFirstLetters[] = {kSectionWords[0].word[0], kSectionWords[1].word[0],
                                            kSectionWords[2].word[0]};
   for (std::size_t i = nextCandidate(line, 0, kFirstLetters); i < line.size();
@@ -92,6 +92,18 @@ bool startsSection(std::string_view line) {
     }
   }
   return false;
+}
+
+Relation classifyRelation(std::string_view text, FirstTried first) {
+  const bool less = text.find("<=") != std::string_view::npos;
+  const bool greater = text.find(">=") != std::string_view::npos;
+  if (first == FirstTried::kLessEqual ? less : greater) {
+    return first == FirstTried::kLessEqual ? Relation::kLessEqual : Relation::kGreaterEqual;
+  }
+  if (first == FirstTried::kLessEqual ? greater : less) {
+    return first == FirstTried::kLessEqual ? Relation::kGreaterEqual : Relation::kLessEqual;
+  }
+  return text.find('=') != std::string_view::npos ? Relation::kEquation : Relation::kNone;
 }
 
 std::optional<std::string_view> firstVariableDigits(std::string_view line) {

@@ -32,8 +32,21 @@ bool containsIgnoringCase(std::string_view text, std::string_view word);
 // "Subject To", case-insensitive, anywhere in the line.
 bool containsSubjectTo(std::string_view line);
 
-// Any word of kSectionWords ("Bound|Gen|Bin"), case-insensitive, anywhere in the line.
-bool startsSection(std::string_view line);
+// Any word of kSectionWords ("Bound|Gen|Bin"), case-insensitive, anywhere in the line (not only
+// at its start: "binding:" names one). Such a line ends the constraint block and every section.
+bool namesSection(std::string_view line);
+
+enum class Relation { kLessEqual, kGreaterEqual, kEquation, kNone };
+
+// Which of "<=" and ">=" a classification tries first. Counting the rows of the constraint block
+// tries "<=" first; filing a parsed row by the rest after its left side tries ">=" first. The
+// difference is the converter's behaviour and is kept: a line such as "x1 <= 3 >= 2" is counted
+// as a "<=" row and filed as a ">=" row, so its group is filled beyond its count and the filing
+// fails with the index error.
+enum class FirstTried { kLessEqual, kGreaterEqual };
+
+// The relation of a text: "<=" or ">=" (in the order given), else "=" anywhere, else none.
+Relation classifyRelation(std::string_view text, FirstTried first);
 
 // The digits of the first match of "x([0-9]+)" (either case of x), or nothing.
 std::optional<std::string_view> firstVariableDigits(std::string_view line);

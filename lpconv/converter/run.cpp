@@ -100,9 +100,8 @@ int convert(int argc, char** argv) {
     model.bounds = readSections(text.laterPass(), block, model.variables);
     // The later passes read the text the counting read: where it found the "Subject To" line and
     // the rows still hold.
-    model.objective =
-        readObjectiveLines(text.laterPass().substr(0, block.subjectTo), model.variables);
-    model.constraints = readConstraintRows(block.rows, model.variables, model.counts);
+    model.objective = readObjective(text.laterPass(), block, model.variables);
+    model.constraints = readConstraints(block, model.variables);
   }
   ::close(input);
 

@@ -32,7 +32,9 @@ class SparseRow {
 
   // Replaces the value of the entry at `position` (in assignment order, before finish()): a later
   // assignment to its index, made without adding an entry.
-  void reassign(std::size_t position, const Coefficient& value) { entries_[position].value = value; }
+  void reassign(std::size_t position, const Coefficient& value) {
+    entries_[position].value = value;
+  }
   void reassign(std::size_t position, Coefficient&& value) {
     entries_[position].value = std::move(value);
   }

@@ -2,8 +2,8 @@
 // reads the input four times through one std::ifstream, tests lines with the regex helpers, keeps
 // dense Vector<QQ> and Matrix<QQ> systems, pairs rows by linear search and writes every item
 // through the containers' own stream operators. Same messages, streams, status and bytes.
-#include <csignal>
 #include <cctype>
+#include <csignal>
 #include <cstdint>
 #include <cstdlib>
 #include <ctime>

@@ -204,3 +204,114 @@ const char* describe(NumberError error) {
 }
 
 }  // namespace lpconv
+
+namespace lpconv {
+
+namespace {
+
+// value = sign * numerator / denominator, denominator > 0, in lowest terms.
+struct Fraction {
+  bool negative = false;
+  ZZ numerator;
+  ZZ denominator;
+};
+
+Fraction fractionOf(const Coefficient& value) {
+  Fraction f;
+  if (value.isInline()) {
+    const std::int64_t n = value.numerator();
+    f.negative = n < 0;
+    f.numerator = ZZ(static_cast<unsigned long>(n < 0 ? -n : n));
+    f.denominator = ZZ(static_cast<unsigned long>(value.denominator()));
+    return f;
+  }
+  const QQ& q = value.big();
+  f.negative = !q.isPositive;
+  mpz_mul(f.numerator.value, q.ganze.value, q.nenner.value);
+  mpz_add(f.numerator.value, f.numerator.value, q.zaehler.value);
+  f.denominator = q.nenner;
+  return f;
+}
+
+// How often p divides z (z > 0); z is divided by p that often.
+unsigned long removeFactor(ZZ& z, unsigned long p) {
+  unsigned long count = 0;
+  while (mpz_divisible_ui_p(z.value, p) != 0) {
+    mpz_divexact_ui(z.value, z.value, p);
+    ++count;
+  }
+  return count;
+}
+
+std::string digitsOf(const ZZ& z) {
+  std::string text(mpz_sizeinbase(z.value, 10) + 1, '\0');
+  mpz_get_str(text.data(), 10, z.value);
+  text.resize(std::char_traits<char>::length(text.c_str()));
+  return text;
+}
+
+}  // namespace
+
+void appendExactText(std::string& out, const Coefficient& value) {
+  if (!value.isInline() && value.big().isInf) {
+    out += value.big().isPositive ? "inf" : "-inf";
+    return;
+  }
+  if (value.isZero()) {
+    out += '0';
+    return;
+  }
+  if (value.isInline() && value.denominator() == 1) {
+    out += std::to_string(value.numerator());
+    return;
+  }
+  Fraction f = fractionOf(value);
+  ZZ rest = f.denominator;
+  const unsigned long twos = removeFactor(rest, 2);
+  const unsigned long fives = removeFactor(rest, 5);
+  if (mpz_cmp_ui(rest.value, 1) != 0) {
+    if (f.negative) out += '-';
+    out += digitsOf(f.numerator);
+    out += '/';
+    out += digitsOf(f.denominator);
+    return;
+  }
+  // A terminating decimal: numerator * 10^k / denominator with k = max(twos, fives).
+  const unsigned long k = twos > fives ? twos : fives;
+  ZZ scaledValue;
+  mpz_ui_pow_ui(scaledValue.value, 10, k);
+  mpz_mul(scaledValue.value, scaledValue.value, f.numerator.value);
+  mpz_divexact(scaledValue.value, scaledValue.value, f.denominator.value);
+  std::string digits = digitsOf(scaledValue);
+  // digits * 10^-k; the significant digits are digits without trailing zeros.
+  long exponent = -static_cast<long>(k);
+  while (digits.size() > 1 && digits.back() == '0') {
+    digits.pop_back();
+    ++exponent;
+  }
+  std::string plain;
+  if (exponent >= 0) {
+    plain = digits + std::string(static_cast<std::size_t>(exponent), '0');
+  } else if (static_cast<std::size_t>(-exponent) < digits.size()) {
+    plain = digits;
+    plain.insert(plain.size() - static_cast<std::size_t>(-exponent), 1, '.');
+  } else {
+    plain = "0." + std::string(static_cast<std::size_t>(-exponent) - digits.size(), '0') + digits;
+  }
+  // Scientific form d[.ddd]e[+-]X with X the exponent of the first digit.
+  const long leading = exponent + static_cast<long>(digits.size()) - 1;
+  std::string scientific = digits.substr(0, 1);
+  if (digits.size() > 1) scientific += "." + digits.substr(1);
+  scientific += leading < 0 ? "e-" : "e+";
+  scientific += std::to_string(leading < 0 ? -leading : leading);
+  if (f.negative) out += '-';
+  out += scientific.size() < plain.size() ? scientific : plain;
+}
+
+std::string exactText(const Coefficient& value) {
+  std::string out;
+  appendExactText(out, value);
+  return out;
+}
+
+}  // namespace lpconv

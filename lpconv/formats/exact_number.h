@@ -3,6 +3,7 @@
 // "2.5e-05" is 1/40000, and "p/q" (the exact solvers' own form) is p/q. Nothing goes through a
 // binary floating type.
 
+#include <string>
 #include <string_view>
 
 #include <lpconv/numbers/coefficient.h>
@@ -31,6 +32,12 @@ NumberError parseExactNumber(std::string_view text, Coefficient& value);
 
 // What a reader says about the error: "hexadecimal numbers are not supported", ...
 const char* describe(NumberError error);
+
+// Appends the exact text of a finite value that the readers read back to the same value: the
+// shortest exact decimal where the value has one ("2.5", "-0.001", "1e-20", "3e+30"), and
+// "p/q" otherwise ("1/3"). An infinity is written "inf" or "-inf".
+void appendExactText(std::string& out, const Coefficient& value);
+std::string exactText(const Coefficient& value);
 
 // Whether the text is one of the infinity spellings the readers accept: "inf" or "infinity" in
 // any case, after an optional sign; `positive` receives the sign.

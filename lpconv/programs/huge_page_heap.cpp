@@ -31,6 +31,7 @@
 
 namespace lpconv {
 
+#if LPCONV_HEAP_POLICY
 namespace {
 
 constexpr std::uintptr_t kHugePage = std::uintptr_t{1} << 21;
@@ -72,6 +73,7 @@ void noteAllocation(void* block, std::size_t bytes) {
 }
 
 }  // namespace
+#endif
 
 void useHugePagesForHeap() {
 #if LPCONV_HEAP_POLICY

@@ -22,6 +22,7 @@
 #include <lpconv/containers/matrix.h>
 #include <lpconv/containers/serializable_array.h>
 #include <lpconv/containers/vector.h>
+#include <lpconv/programs/huge_page_heap.h>
 
 namespace {
 
@@ -148,6 +149,7 @@ void writeVectorText(std::ostream& os, long n, std::mt19937_64& random) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  lpconv::useHugePagesForHeap();
   const std::string mode = argc > 1 ? argv[1] : "";
   std::mt19937_64 random(11);
   if (mode == "opt" && (argc == 4 || argc == 6)) {

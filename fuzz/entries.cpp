@@ -5,6 +5,7 @@
 #include <lpconv/containers/vector.h>
 #include <lpconv/numbers/qq.h>
 #include <lpconv/numbers/zz.h>
+#include <lpconv/optfile/opt_file.h>
 #include <lpconv/util/exceptions.h>
 #include <lpconv/util/failure.h>
 
@@ -102,7 +103,54 @@ int streamRead(const std::uint8_t* data, std::size_t size) {
   return 0;
 }
 
+// Keeps the text of every row it is given, in the order given. Rows without entries (n = 0) are
+// not given to an observer, though a full read keeps them.
+class RowTexts : public RowObserver {
+ public:
+  void row(OptItem item, const Vector<QQ>& row) override {
+    text += std::to_string(static_cast<int>(item)) + ":" + written(row) + "\n";
+  }
+  std::string text;
+};
+
+std::string rowTexts(OptItem item, const Matrix<QQ>& matrix) {
+  std::string text;
+  for (long i = 1; i <= matrix.getRows(); ++i) {
+    if (matrix.at(i).getDimension() == 0) continue;
+    text += std::to_string(static_cast<int>(item)) + ":" + written(matrix.at(i)) + "\n";
+  }
+  return text;
+}
+
 }  // namespace
+
+int optFile(const std::uint8_t* data, std::size_t size) {
+  if (size == 0) return 0;
+  const bool observed = (data[0] & 1) != 0;
+  const std::string text = asText(data + 1, size - 1);
+  outcome([&] {
+    std::istringstream is(text);
+    const OptFile file = readOptFile(is);
+    const std::string first = written(file);
+    if (first.find("--") != std::string::npos) return;
+    std::istringstream again(first);
+    const std::string second = written(readOptFile(again));
+    if (first != second) violated("written .opt file does not read back", first, second);
+    if (!observed) return;
+    // The same text read with an observer: the rows it sees are the rows a full read keeps.
+    RowTexts rows;
+    std::istringstream is2(text);
+    const OptFile skipped = readOptFile(is2, &rows);
+    const std::string kept = rowTexts(OptItem::equations, file.equations) +
+                             rowTexts(OptItem::inequalities, file.inequalities);
+    if (rows.text != kept) violated("observed rows differ from the kept rows", rows.text, kept);
+    if (skipped.equations.getRows() != 0 || skipped.inequalities.getRows() != 0) {
+      violated("an observed read kept rows", written(skipped.equations),
+               written(skipped.inequalities));
+    }
+  });
+  return 0;
+}
 
 int qqText(const std::uint8_t* data, std::size_t size) {
   const std::string text = asText(data, size);

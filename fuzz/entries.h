@@ -27,6 +27,9 @@ int matrixQQ(const std::uint8_t* data, std::size_t size);
 // The first byte chooses the delimiters and whether comments are skipped; the rest is the text.
 int serializableArrayLong(const std::uint8_t* data, std::size_t size);
 int serializableArrayQQ(const std::uint8_t* data, std::size_t size);
+// A whole .opt file through readOptFile; an odd first byte passes the matrix rows to an observer
+// (which then also sees them) instead of keeping them.
+int optFile(const std::uint8_t* data, std::size_t size);
 
 // Every target, by the name of its folder under fuzz/.
 inline constexpr Target kTargets[] = {
@@ -38,6 +41,7 @@ inline constexpr Target kTargets[] = {
     {"matrix_qq", matrixQQ},
     {"serializable_array_long", serializableArrayLong},
     {"serializable_array_qq", serializableArrayQQ},
+    {"opt_file", optFile},
 };
 
 }  // namespace lpconv::fuzz

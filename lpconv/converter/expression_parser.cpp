@@ -1,6 +1,8 @@
 #include <lpconv/converter/expression_parser.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <utility>
 
 #include <lpconv/converter/line_matchers.h>
 #include <lpconv/converter/number_reader.h>
@@ -43,14 +45,43 @@ NextPosition(const std::string&, Predicate) -> NextPosition<Predicate>;
 }  // namespace
 
 void ExpressionScanner::scan(std::string_view text, long n, Expression& out) {
+  scanJoined(text, std::string_view(), n, out);
+}
+
+void ExpressionScanner::scanJoined(std::string_view before, std::string_view after, long n,
+                                   Expression& out) {
   Coefficient& constant = out.constant;
   SparseRow& row = out.row;
   constant = Coefficient();
   row.clear();
-  normaliseExpression(text, normalised_);
+  normaliseExpression(before, after, normalised_);
   const std::string& s = normalised_;
   const std::size_t length = s.size();
-  row.reserve(static_cast<std::size_t>(std::count(s.begin(), s.end(), 'x')));
+  const auto mentions = static_cast<std::size_t>(std::count(s.begin(), s.end(), 'x'));
+  // A row of many mentions over few variables (a long objective naming each variable many
+  // times) keeps one entry per index, found through a table of n positions; otherwise every
+  // mention is an entry until the row is finished, and a row that outgrows its bound is
+  // finished early so that its storage follows the distinct indices, not the mentions.
+  const bool tabled = mentions >= kLongRow && static_cast<std::size_t>(n) <= length / 8;
+  if (tabled && position_.size() < static_cast<std::size_t>(n) + 1) {
+    position_.assign(static_cast<std::size_t>(n) + 1, 0);
+  }
+  std::size_t compactAt = 4 * kLongRow;
+  row.reserve(std::min(mentions, compactAt));
+  const auto assign = [&](long index, auto&& value) {
+    if (tabled) {
+      std::uint32_t& position = position_[static_cast<std::size_t>(index)];
+      if (position != 0) {
+        row.reassign(position - 1, std::forward<decltype(value)>(value));
+        return;
+      }
+      position = static_cast<std::uint32_t>(row.size() + 1);
+    } else if (row.size() >= compactAt) {
+      row.finish();
+      compactAt = std::max(compactAt, 2 * row.size());
+    }
+    row.assign(index, std::forward<decltype(value)>(value));
+  };
 
   NextPosition nextSpaceEnd(s, [](char c) { return !isSpace(c); });
   NextPosition nextZero(s, [](char c) { return c == '0'; });
@@ -86,9 +117,9 @@ void ExpressionScanner::scan(std::string_view text, long n, Expression& out) {
       std::size_t next = pos + 1;
       while (next < length && isDigit(s[next])) ++next;
       if (next < length && s[next] == 'x') {
-        row.assign(index, current);
+        assign(index, current);
       } else {
-        row.assign(index, std::move(current));
+        assign(index, std::move(current));
       }
       pending = false;
     } else if (c == '<' || c == '=' || c == '>') {
@@ -108,7 +139,10 @@ void ExpressionScanner::scan(std::string_view text, long n, Expression& out) {
     while (pos < length && isDigit(s[pos])) ++pos;
   }
   if (pending) constant = add(constant, current);
-  row.finish();
+  if (tabled) {
+    for (const RowEntry& entry : row.entries())
+      position_[static_cast<std::size_t>(entry.index)] = 0;
+  }
 
   std::size_t first = restStart;
   std::size_t last = length;
@@ -118,6 +152,12 @@ void ExpressionScanner::scan(std::string_view text, long n, Expression& out) {
   while (first < last && trimmed(s[first])) ++first;
   while (last > first && trimmed(s[last - 1])) --last;
   out.rest.assign(s, first, last - first);
+  if (length >= kLongText) {
+    // The text of a long expression is not kept for the next, short one; its memory goes back
+    // before the row is sorted.
+    normalised_ = std::string();
+  }
+  row.finish();
 }
 
 Expression parseExpression(std::string_view text, long n) {

@@ -245,25 +245,4 @@ std::vector<InequalityRow> pairInequalities(const Constraints& model) {
   return merged;
 }
 
-std::vector<InequalityRow> pairInequalitiesDirectly(const Constraints& model) {
-  std::vector<InequalityRow> merged;
-  std::vector<const ConstraintRow*> lessEqual;
-  for (const ConstraintRow& row : model.lessEqual) lessEqual.push_back(&row);
-  for (const ConstraintRow& row : model.greaterEqual) {
-    const Coefficient* upper = &Coefficient::infinity();
-    for (std::size_t j = 0; j < lessEqual.size(); ++j) {
-      if (!equalWithinTolerance(lessEqual[j]->coefficients, row.coefficients)) continue;
-      upper = &lessEqual[j]->rhs;
-      lessEqual[j] = lessEqual.back();
-      lessEqual.pop_back();
-      break;
-    }
-    merged.push_back({&row.coefficients, &row.rhs, upper});
-  }
-  for (const ConstraintRow* row : lessEqual) {
-    merged.push_back({&row->coefficients, &Coefficient::minusInfinity(), &row->rhs});
-  }
-  return merged;
-}
-
 }  // namespace lpconv

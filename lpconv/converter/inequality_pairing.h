@@ -17,8 +17,4 @@ namespace lpconv {
 // The returned rows point into `model` and the shared infinities, which must outlive them.
 std::vector<InequalityRow> pairInequalities(const Constraints& model);
 
-// The same result by the direct search over the "<=" rows: quadratic, kept as the reference the
-// indexed pairing is tested against.
-std::vector<InequalityRow> pairInequalitiesDirectly(const Constraints& model);
-
 }  // namespace lpconv

@@ -82,7 +82,7 @@ bool containsIgnoringCase(std::string_view text, std::string_view word) {
 
 bool containsSubjectTo(std::string_view line) { return containsIgnoringCase(line, "subject to"); }
 
-bool startsSection(std::string_view line) {
+bool namesSection(std::string_view line) {
   static constexpr char kFirstLetters[] = {kSectionWords[0].word[0], kSectionWords[1].word[0],
                                            kSectionWords[2].word[0]};
   for (std::size_t i = nextCandidate(line, 0, kFirstLetters); i < line.size();
@@ -92,6 +92,18 @@ bool startsSection(std::string_view line) {
     }
   }
   return false;
+}
+
+Relation classifyRelation(std::string_view text, FirstTried first) {
+  const bool less = text.find("<=") != std::string_view::npos;
+  const bool greater = text.find(">=") != std::string_view::npos;
+  if (first == FirstTried::kLessEqual ? less : greater) {
+    return first == FirstTried::kLessEqual ? Relation::kLessEqual : Relation::kGreaterEqual;
+  }
+  if (first == FirstTried::kLessEqual ? greater : less) {
+    return first == FirstTried::kLessEqual ? Relation::kGreaterEqual : Relation::kLessEqual;
+  }
+  return text.find('=') != std::string_view::npos ? Relation::kEquation : Relation::kNone;
 }
 
 std::optional<std::string_view> firstVariableDigits(std::string_view line) {
@@ -110,15 +122,19 @@ bool hasMinimiseHeader(std::string_view text) {
   return containsIgnoringCase(text.substr(0, colon), "min");
 }
 
-bool removeObjectiveHeader(std::string& text) {
+std::optional<std::pair<std::size_t, std::size_t>> objectiveHeader(std::string_view text) {
   const std::size_t colon = text.rfind(':');
-  if (colon == std::string::npos || colon < 3) return false;
-  const std::string_view head = std::string_view(text).substr(0, colon);
-  const std::size_t min = head.find("Min");
-  const std::size_t max = head.find("Max");
-  const std::size_t start = std::min(min, max);
-  if (start == std::string_view::npos) return false;
-  text.erase(start, colon + 1 - start);
+  if (colon == std::string_view::npos || colon < 3) return std::nullopt;
+  const std::string_view head = text.substr(0, colon);
+  const std::size_t start = std::min(head.find("Min"), head.find("Max"));
+  if (start == std::string_view::npos) return std::nullopt;
+  return std::pair{start, colon + 1};
+}
+
+bool removeObjectiveHeader(std::string& text) {
+  const auto header = objectiveHeader(text);
+  if (!header) return false;
+  text.erase(header->first, header->second - header->first);
   return true;
 }
 
@@ -129,19 +145,25 @@ std::string normaliseExpression(std::string_view text) {
 }
 
 void normaliseExpression(std::string_view text, std::string& out) {
+  normaliseExpression(text, std::string_view(), out);
+}
+
+void normaliseExpression(std::string_view before, std::string_view after, std::string& out) {
   // Without branches: blanks come every few characters, at no position a branch could foresee.
-  out.resize(text.size());
+  out.resize(before.size() + after.size());
   char* const begin = out.data();
   char* end = begin;
   bool lastKeptIsSign = false;
   bool signPairs = false;  // two signs in a row: only then can a replacement change anything
-  for (const char c : text) {
-    const bool blank = c == ' ' || c == '\t' || c == '\r' || c == '\n';
-    const bool sign = c == '+' || c == '-';
-    signPairs |= sign & lastKeptIsSign;
-    lastKeptIsSign = sign | (blank & lastKeptIsSign);
-    *end = c;
-    end += blank ? 0 : 1;
+  for (const std::string_view piece : {before, after}) {
+    for (const char c : piece) {
+      const bool blank = c == ' ' || c == '\t' || c == '\r' || c == '\n';
+      const bool sign = c == '+' || c == '-';
+      signPairs |= sign & lastKeptIsSign;
+      lastKeptIsSign = sign | (blank & lastKeptIsSign);
+      *end = c;
+      end += blank ? 0 : 1;
+    }
   }
   out.resize(static_cast<std::size_t>(end - begin));
   if (!signPairs) return;

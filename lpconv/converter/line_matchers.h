@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace lpconv {
 
@@ -31,8 +32,21 @@ bool containsIgnoringCase(std::string_view text, std::string_view word);
 // "Subject To", case-insensitive, anywhere in the line.
 bool containsSubjectTo(std::string_view line);
 
-// Any word of kSectionWords ("Bound|Gen|Bin"), case-insensitive, anywhere in the line.
-bool startsSection(std::string_view line);
+// Any word of kSectionWords ("Bound|Gen|Bin"), case-insensitive, anywhere in the line (not only
+// at its start: "binding:" names one). Such a line ends the constraint block and every section.
+bool namesSection(std::string_view line);
+
+enum class Relation { kLessEqual, kGreaterEqual, kEquation, kNone };
+
+// Which of "<=" and ">=" a classification tries first. Counting the rows of the constraint block
+// tries "<=" first; filing a parsed row by the rest after its left side tries ">=" first. The
+// difference is the converter's behaviour and is kept: a line such as "x1 <= 3 >= 2" is counted
+// as a "<=" row and filed as a ">=" row, so its group is filled beyond its count and the filing
+// fails with the index error.
+enum class FirstTried { kLessEqual, kGreaterEqual };
+
+// The relation of a text: "<=" or ">=" (in the order given), else "=" anywhere, else none.
+Relation classifyRelation(std::string_view text, FirstTried first);
 
 // The digits of the first match of "x([0-9]+)" (either case of x), or nothing.
 std::optional<std::string_view> firstVariableDigits(std::string_view line);
@@ -40,8 +54,10 @@ std::optional<std::string_view> firstVariableDigits(std::string_view line);
 // Whether "min(.|\r|\n)*:" matches case-insensitively: a "min" with a ":" somewhere after it.
 bool hasMinimiseHeader(std::string_view text);
 
-// Removes the case-sensitive match of "(Min|Max)(.|\r|\n)*:": from the first "Min" or "Max" that
-// has a ":" after it through the last ":". Returns false (and leaves text alone) when none matches.
+// Where the case-sensitive match of "(Min|Max)(.|\r|\n)*:" lies: from the first "Min" or "Max"
+// that has a ":" after it through the last ":" (begin, end); nothing when none matches.
+std::optional<std::pair<std::size_t, std::size_t>> objectiveHeader(std::string_view text);
+// Removes that match. Returns false (and leaves text alone) when none matches.
 bool removeObjectiveHeader(std::string& text);
 
 // The expression normalisation, each step replacing every match left to right without overlap:
@@ -49,5 +65,7 @@ bool removeObjectiveHeader(std::string& text);
 std::string normaliseExpression(std::string_view text);
 // The same into `out`, whose storage is reused; `text` must not point into `out`.
 void normaliseExpression(std::string_view text, std::string& out);
+// The normalisation of the two texts joined, without joining them first.
+void normaliseExpression(std::string_view before, std::string_view after, std::string& out);
 
 }  // namespace lpconv

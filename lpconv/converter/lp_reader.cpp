@@ -30,18 +30,6 @@ std::size_t skipToSubjectTo(std::string_view text, Lines& lines) {
   return text.size();
 }
 
-// The constraint rows: the lines after the "Subject To" line up to the first section line.
-std::string_view constraintRows(std::string_view text) {
-  Lines lines(text);
-  if (skipToSubjectTo(text, lines) == text.size()) return {};
-  const std::size_t begin = lines.position();
-  std::string_view line;
-  for (std::size_t start = begin; lines.next(line); start = lines.position()) {
-    if (startsSection(line)) return text.substr(begin, start - begin);
-  }
-  return text.substr(begin);
-}
-
 // Calls visit(index) for every lower-case "x" of the line, with the index that follows it.
 template <typename Visit>
 void forEachVariable(const std::string& line, Visit visit) {
@@ -78,7 +66,7 @@ std::string readSection(Lines& lines, Handle handle) {
   std::string_view view;
   while (lines.next(view)) {
     std::string line(view);
-    if (startsSection(line) || !handle(line)) return line;
+    if (namesSection(line) || !handle(line)) return line;
   }
   return std::string();
 }
@@ -107,19 +95,24 @@ ConstraintBlock countRows(std::string_view text, const std::string& argument) {
     std::size_t end = text.size();
     std::string_view line;
     for (std::size_t start = begin; lines.next(line); start = lines.position()) {
-      if (startsSection(line)) {
+      if (namesSection(line)) {
         block.sectionLine = line;
         end = start;
         break;
       }
-      if (line.find("<=") != std::string_view::npos) {
-        ++block.counts.lessEqual;
-      } else if (line.find(">=") != std::string_view::npos) {
-        ++block.counts.greaterEqual;
-      } else if (line.find('=') != std::string_view::npos) {
-        ++block.counts.equations;
-      } else if (!line.empty()) {
-        reportFailure(messages::fileIncomplete(argument));
+      switch (classifyRelation(line, FirstTried::kLessEqual)) {
+        case Relation::kLessEqual:
+          ++block.counts.lessEqual;
+          break;
+        case Relation::kGreaterEqual:
+          ++block.counts.greaterEqual;
+          break;
+        case Relation::kEquation:
+          ++block.counts.equations;
+          break;
+        case Relation::kNone:
+          if (!line.empty()) reportFailure(messages::fileIncomplete(argument));
+          break;
       }
     }
     block.rows = text.substr(begin, end - begin);
@@ -180,21 +173,18 @@ VariableBounds readSections(std::string_view text, const ConstraintBlock& block,
   return bounds;
 }
 
-Objective readObjective(std::string_view text, long n) {
-  Lines lines(text);
-  return readObjectiveLines(text.substr(0, skipToSubjectTo(text, lines)), n);
-}
-
-Objective readObjectiveLines(std::string_view lines, long n) {
+Objective readObjective(std::string_view text, const ConstraintBlock& block, long n) {
+  const std::string_view lines = text.substr(0, block.subjectTo);
   Objective objective;
-  // Every line followed by a line feed: the text itself, with one more at its end when its last
-  // line has none.
-  std::string header(lines);
-  if (!header.empty() && header.back() != '\n') header.push_back('\n');
-  objective.minimise = hasMinimiseHeader(header);
-  objective.present = removeObjectiveHeader(header);
+  // The header patterns end at a ":", and the line feeds are blanks to the expression: the lines
+  // are read where they are, without a copy (an objective line may be most of the file).
+  objective.minimise = hasMinimiseHeader(lines);
+  const auto header = objectiveHeader(lines);
+  objective.present = header.has_value();
   if (!objective.present) return objective;
-  Expression parsed = parseExpression(header, n);
+  Expression parsed;
+  ExpressionScanner().scanJoined(lines.substr(0, header->first), lines.substr(header->second), n,
+                                 parsed);
   if (!parsed.rest.empty()) reportFailure(messages::kObjectiveRelationSign);
   objective.row = std::move(parsed.row);
   return objective;
@@ -211,13 +201,10 @@ void fileRow(std::vector<ConstraintRow>& group, long counted, ConstraintRow&& ro
 
 }  // namespace
 
-Constraints readConstraints(std::string_view text, long n, const RowCounts& counts) {
-  return readConstraintRows(constraintRows(text), n, counts);
-}
-
-Constraints readConstraintRows(std::string_view rows, long n, const RowCounts& counts) {
+Constraints readConstraints(const ConstraintBlock& block, long n) {
+  const RowCounts& counts = block.counts;
   Constraints constraints;
-  Lines lines(rows);
+  Lines lines(block.rows);
   constraints.greaterEqual.reserve(counts.greaterEqual);
   constraints.lessEqual.reserve(counts.lessEqual);
   constraints.equations.reserve(counts.equations);
@@ -230,8 +217,10 @@ Constraints readConstraintRows(std::string_view rows, long n, const RowCounts& c
     if (line.empty()) continue;
     scanner.scan(line, n, left);
     if (left.rest.empty()) reportFailure(messages::kNoRelationSign);
-    const bool greater = left.rest.find(">=") != std::string::npos;
-    const bool less = !greater && left.rest.find("<=") != std::string::npos;
+    // The rest starts at a relation character; one without "=" ("<", ">") files as an equation.
+    const Relation relation = classifyRelation(left.rest, FirstTried::kGreaterEqual);
+    const bool greater = relation == Relation::kGreaterEqual;
+    const bool less = relation == Relation::kLessEqual;
     ConstraintRow row;
     // A "<=" row keeps its left constant as it is; the others move it across negated.
     if (!less) left.constant.negate();

@@ -32,17 +32,14 @@ ConstraintBlock countRows(std::string_view text, const std::string& argument);
 // and "scan for digit failed!" from the bound lines.
 VariableBounds readSections(std::string_view text, const ConstraintBlock& block, long n);
 
-// Pass 3: the objective, from the lines before the first "Subject To" line. Reports
-// "Objective function error: relation sign found!" when a relation sign follows the expression.
-Objective readObjective(std::string_view text, long n);
-// The same from those lines alone (text.substr(0, block.subjectTo)).
-Objective readObjectiveLines(std::string_view lines, long n);
+// Pass 3: the objective, from the lines before the block's "Subject To" line of `text` (the text
+// the counting read). Reports "Objective function error: relation sign found!" when a relation
+// sign follows the expression.
+Objective readObjective(std::string_view text, const ConstraintBlock& block, long n);
 
 // Pass 4: every non-empty line of the constraint block, filed into its group. Reports
 // "relation error: no sign found!", the index failure, and the index failure for a group filled
 // beyond its count.
-Constraints readConstraints(std::string_view text, long n, const RowCounts& counts);
-// The same from the block's lines alone (block.rows).
-Constraints readConstraintRows(std::string_view rows, long n, const RowCounts& counts);
+Constraints readConstraints(const ConstraintBlock& block, long n);
 
 }  // namespace lpconv

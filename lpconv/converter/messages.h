@@ -24,6 +24,7 @@ inline constexpr char kUnbalanced[] = "The amount of <= and >= equations differ!
 inline constexpr char kDigitScanFailed[] = "scan for digit failed!";
 inline constexpr char kObjectiveRelationSign[] = "Objective function error: relation sign found!";
 inline constexpr char kNoRelationSign[] = "relation error: no sign found!";
+inline constexpr char kOutOfMemory[] = "Out of memory";
 
 inline std::string inputNotOpened(const std::string& name) {
   return "The input file [ " + name + " ] could not be opened!";

@@ -3,16 +3,19 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <csignal>
+#include <new>
+
 #include <future>
 #include <iostream>
 #include <string>
 
-#include <lpconv/converter/huge_page_heap.h>
 #include <lpconv/converter/inequality_pairing.h>
 #include <lpconv/converter/input_text.h>
 #include <lpconv/converter/lp_reader.h>
 #include <lpconv/converter/messages.h>
 #include <lpconv/converter/opt_writer.h>
+#include <lpconv/converter/out_of_memory.h>
 #include <lpconv/converter/output_name.h>
 #include <lpconv/util/failure.h>
 #include <lpconv/util/paths.h>
@@ -55,6 +58,7 @@ void writeOutput(int output, const std::string& outputName, const LpModel& model
     out.flush();
     written = !out.failed();
   }
+  setOutputToEmpty(-1);
   if (!written) {
     // The file is left empty even when truncating fails: nothing more can be done about it.
     if (::ftruncate(output, 0) != 0) {
@@ -69,10 +73,7 @@ void writeOutput(int output, const std::string& outputName, const LpModel& model
   }
 }
 
-}  // namespace
-
-int runConverter(int argc, char** argv) {
-  useHugePagesForHeap();
+int convert(int argc, char** argv) {
   (void)QQ::infinity();  // the shared constants are ready before anything else
   if (argc != 2) printUsage(argc > 0 ? argv[0] : nullptr);
   const std::string inputName = argv[1];
@@ -83,6 +84,7 @@ int runConverter(int argc, char** argv) {
   if (input < 0) reportFailure(messages::inputNotOpened(inputName));
   const int output = ::open(outputName.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0666);
   if (output < 0) reportFailure(messages::outputNotOpened(outputName));
+  setOutputToEmpty(output);
 
   std::cerr << messages::kBanner << std::flush;
 
@@ -98,14 +100,27 @@ int runConverter(int argc, char** argv) {
     model.bounds = readSections(text.laterPass(), block, model.variables);
     // The later passes read the text the counting read: where it found the "Subject To" line and
     // the rows still hold.
-    model.objective =
-        readObjectiveLines(text.laterPass().substr(0, block.subjectTo), model.variables);
-    model.constraints = readConstraintRows(block.rows, model.variables, model.counts);
+    model.objective = readObjective(text.laterPass(), block, model.variables);
+    model.constraints = readConstraints(block, model.variables);
   }
   ::close(input);
 
   writeOutput(output, outputName, model);
   return 0;
+}
+
+}  // namespace
+
+int runConverter(int argc, char** argv) {
+  // A file-size limit makes a write fail, which the writing reports, instead of ending the
+  // process half-way through the file.
+  std::signal(SIGXFSZ, SIG_IGN);
+  reportGmpOutOfMemory();
+  try {
+    return convert(argc, argv);
+  } catch (const std::bad_alloc&) {
+    failOutOfMemory();
+  }
 }
 
 }  // namespace lpconv

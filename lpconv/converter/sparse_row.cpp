@@ -13,20 +13,61 @@ constexpr std::uint64_t kArrivalMask = (std::uint64_t{1} << kArrivalBits) - 1;
 constexpr long kMaxKeyIndex = (1L << (63 - kArrivalBits)) - 1;
 }  // namespace
 
+namespace {
+
+// Moves every entry to its place: position `at` receives the entry that was at sourceOf(at).
+// Follows the permutation's cycles, so no second row is built; `placed` holds one cleared flag
+// per entry.
+template <typename SourceOf, typename Placed>
+void permute(std::vector<RowEntry>& entries, SourceOf sourceOf, Placed& placed) {
+  for (std::size_t start = 0; start < entries.size(); ++start) {
+    if (placed[start]) continue;
+    RowEntry carried = std::move(entries[start]);
+    std::size_t at = start;
+    for (;;) {
+      placed[at] = true;
+      const std::size_t from = sourceOf(at);
+      if (from == start) break;
+      entries[at] = std::move(entries[from]);
+      at = from;
+    }
+    entries[at] = std::move(carried);
+  }
+}
+
+// Over entries in index order: keeps the last of each run of one index, unless it is zero.
+void keepLastNonZero(std::vector<RowEntry>& entries) {
+  std::size_t out = 0;
+  const std::size_t size = entries.size();
+  for (std::size_t i = 0; i < size; ++i) {
+    const bool overwritten = i + 1 < size && entries[i + 1].index == entries[i].index;
+    if (overwritten || entries[i].value.isZero()) continue;
+    if (out != i) entries[out] = std::move(entries[i]);
+    ++out;
+  }
+  entries.resize(out);
+}
+
+}  // namespace
+
 void SparseRow::finish() {
   const bool ordered = std::adjacent_find(entries_.begin(), entries_.end(),
                                           [](const RowEntry& a, const RowEntry& b) {
                                             return a.index >= b.index;
                                           }) == entries_.end();
-  const bool shortKeys = entries_.size() <= kInsertionSortLimit &&
+  if (ordered) {
+    keepLastNonZero(entries_);
+    return;
+  }
+  const std::size_t size = entries_.size();
+  const bool shortKeys = size <= kInsertionSortLimit &&
                          std::all_of(entries_.begin(), entries_.end(), [](const RowEntry& e) {
                            return e.index >= 0 && e.index <= kMaxKeyIndex;
                          });
-  if (!ordered && shortKeys) {
-    // Short rows (the usual case) sort without allocating: small (index, arrival) keys are sorted
-    // by insertion, then the entries follow their keys around the permutation's cycles. The
-    // arrival breaks ties, so the last assignment of an index ends its run.
-    const std::size_t size = entries_.size();
+  // The entries follow sorted (index, arrival) keys; the arrival breaks ties, so the last
+  // assignment of an index ends its run.
+  if (shortKeys) {
+    // Short rows (the usual case) sort without allocating: small keys sorted by insertion.
     std::array<std::uint64_t, kInsertionSortLimit> keys;
     for (std::size_t i = 0; i < size; ++i) {
       keys[i] = static_cast<std::uint64_t>(entries_[i].index) << kArrivalBits | i;
@@ -37,54 +78,18 @@ void SparseRow::finish() {
       for (; j > 0 && keys[j - 1] > key; --j) keys[j] = keys[j - 1];
       keys[j] = key;
     }
-    std::uint64_t placed = 0;  // bit k: position k holds its final entry
-    for (std::size_t start = 0; start < size; ++start) {
-      if ((placed >> start & 1) != 0) continue;
-      RowEntry carried = std::move(entries_[start]);
-      std::size_t at = start;
-      for (;;) {
-        placed |= std::uint64_t{1} << at;
-        const std::size_t from = keys[at] & kArrivalMask;
-        if (from == start) break;
-        entries_[at] = std::move(entries_[from]);
-        at = from;
-      }
-      entries_[at] = std::move(carried);
-    }
-    std::size_t out = 0;
-    for (std::size_t i = 0; i < size; ++i) {
-      const bool overwritten = i + 1 < size && entries_[i + 1].index == entries_[i].index;
-      if (overwritten || entries_[i].value.isZero()) continue;
-      if (out != i) entries_[out] = std::move(entries_[i]);
-      ++out;
-    }
-    entries_.resize(out);
-    return;
-  }
-  if (!ordered) {
-    // Sort small (index, arrival) keys instead of the entries themselves; the arrival breaks
-    // ties so that the last assignment of an index comes last.
-    std::vector<std::pair<long, std::size_t>> keys(entries_.size());
-    for (std::size_t i = 0; i < entries_.size(); ++i) keys[i] = {entries_[i].index, i};
+    std::array<bool, kInsertionSortLimit> placed{};
+    permute(
+        entries_, [&keys](std::size_t at) { return keys[at] & kArrivalMask; }, placed);
+  } else {
+    std::vector<std::pair<long, std::size_t>> keys(size);
+    for (std::size_t i = 0; i < size; ++i) keys[i] = {entries_[i].index, i};
     std::sort(keys.begin(), keys.end());
-    std::vector<RowEntry> sorted;
-    sorted.reserve(keys.size());
-    for (std::size_t k = 0; k < keys.size(); ++k) {
-      if (k + 1 < keys.size() && keys[k + 1].first == keys[k].first) continue;
-      RowEntry& entry = entries_[keys[k].second];
-      if (!entry.value.isZero()) sorted.push_back(std::move(entry));
-    }
-    entries_ = std::move(sorted);
-    return;
+    std::vector<bool> placed(size);
+    permute(
+        entries_, [&keys](std::size_t at) { return keys[at].second; }, placed);
   }
-  // Already in order: only zeros to drop, in place.
-  std::size_t out = 0;
-  for (std::size_t i = 0; i < entries_.size(); ++i) {
-    if (entries_[i].value.isZero()) continue;
-    if (out != i) entries_[out] = std::move(entries_[i]);
-    ++out;
-  }
-  entries_.resize(out);
+  keepLastNonZero(entries_);
 }
 
 void SparseRow::subtract(const SparseRow& other) {

@@ -30,6 +30,16 @@ class SparseRow {
   // zeros.
   void finish();
 
+  // Replaces the value of the entry at `position` (in assignment order, before finish()): a later
+  // assignment to its index, made without adding an entry.
+  void reassign(std::size_t position, const Coefficient& value) {
+    entries_[position].value = value;
+  }
+  void reassign(std::size_t position, Coefficient&& value) {
+    entries_[position].value = std::move(value);
+  }
+  std::size_t size() const { return entries_.size(); }
+
   void clear() { entries_.clear(); }
   // Room for `count` assignments, so that a scan grows the row once.
   void reserve(std::size_t count) { entries_.reserve(count); }

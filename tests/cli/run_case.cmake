@@ -5,6 +5,7 @@
 #   args        the arguments, one per line (default: model.lp; an empty file: no argument)
 #   argv0       optional: run the program through a link of this relative path (the usage name)
 #   file_limit  optional: a file-size limit in KiB for the run, with SIGXFSZ ignored (bash ulimit)
+#   file_limit_signal_default  the same limit with SIGXFSZ left as the caller's shell has it
 #   stdout, stderr, status    what the run must print and return (missing: empty, empty, 0)
 #   expected/   the files the run must create, byte for byte; any other new file is an error
 cmake_minimum_required(VERSION 3.25)
@@ -42,6 +43,9 @@ if(EXISTS "${CASE_DIR}/file_limit")
   # An ignored signal stays ignored across exec; root ignores permissions but not this limit.
   file(STRINGS "${CASE_DIR}/file_limit" limit)
   set(command bash -c "trap '' XFSZ && ulimit -f ${limit} && exec \"$@\"" run ${command})
+elseif(EXISTS "${CASE_DIR}/file_limit_signal_default")
+  file(STRINGS "${CASE_DIR}/file_limit_signal_default" limit)
+  set(command bash -c "ulimit -f ${limit} && exec \"$@\"" run ${command})
 endif()
 
 execute_process(COMMAND ${command}

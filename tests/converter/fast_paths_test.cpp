@@ -21,6 +21,8 @@
 
 #include "patterns.h"
 
+#include "direct_pairing.h"
+
 namespace lpconv {
 namespace {
 
@@ -52,7 +54,7 @@ TEST(FastPathTest, LineMatchersAgreeWithTheRegularExpressions) {
   for (int i = 0; i < 8000; ++i) {
     const std::string text = randomText();
     ASSERT_EQ(containsSubjectTo(text), search(text, "Subject To", false)) << text;
-    ASSERT_EQ(startsSection(text), search(text, "Bound|Gen|Bin", false)) << text;
+    ASSERT_EQ(namesSection(text), search(text, "Bound|Gen|Bin", false)) << text;
     std::smatch match;
     const auto digits = firstVariableDigits(text);
     ASSERT_EQ(digits.has_value(), searchMatch(text, "x([0-9]+)", match)) << text;
@@ -218,7 +220,7 @@ TEST(FastPathTest, IndexedPairingEqualsTheDirectSearch) {
           {copy ? pick(model.greaterEqual).coefficients : randomRow(n, values), QQ(100 + i)});
     }
     const auto fast = pairInequalities(model);
-    const auto slow = pairInequalitiesDirectly(model);
+    const auto slow = oracle::pairInequalitiesDirectly(model);
     ASSERT_EQ(fast.size(), slow.size());
     for (std::size_t i = 0; i < fast.size(); ++i) {
       ASSERT_EQ(fast[i].coefficients, slow[i].coefficients) << round;

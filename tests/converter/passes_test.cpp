@@ -9,6 +9,7 @@
 
 #include <lpconv/converter/expression_parser.h>
 #include <lpconv/converter/input_text.h>
+#include <lpconv/converter/line_matchers.h>
 #include <lpconv/converter/lp_reader.h>
 #include <lpconv/converter/text_scan.h>
 
@@ -114,7 +115,10 @@ TEST(PassesTest, ObjectiveHeaderAndSense) {
     std::map<long, std::string> row;
   };
   const std::vector<Case> cases = {
-      {"Maximize\n obj: 3 x1 + 2 x2\nSubject To\nx1 >= x2", true, false, {{1, "3"}, {2, "2"}}},
+      {"Maximize\n obj: 3 x1 + 2 x2\nSubject To\nx1 >= x2\nx2 <= x1",
+       true,
+       false,
+       {{1, "3"}, {2, "2"}}},
       {"Minimize\n obj: x1 + x2\nSubject To\n", true, true, {{2, "1"}}},
       {"minimize\n obj: x1\nSubject To\n", false, true, {}},  // the removal is case-sensitive
       {"Maximize\n min: x1\n", true, true, {}},               // no "Subject To": the whole text
@@ -122,28 +126,77 @@ TEST(PassesTest, ObjectiveHeaderAndSense) {
       {"obj: x1 <= 3\n", false, false, {}},  // no header: never parsed
   };
   for (const Case& c : cases) {
-    const Objective objective = readObjective(c.text, 2);
+    const Objective objective = readObjective(c.text, countRows(c.text, "m.lp"), 2);
     EXPECT_EQ(objective.present, c.present) << c.text;
     EXPECT_EQ(objective.minimise, c.minimise) << c.text;
     EXPECT_EQ(entriesOf(objective.row), c.row) << c.text;
   }
 }
 
+// The fourth pass over the rows the counting found, as the run reads them.
+Constraints constraintsOf(const std::string& text, long n) {
+  return readConstraints(countRows(text, "m.lp"), n);
+}
+
 TEST(PassesTest, ConstraintsAreFiledByTheirRest) {
   const std::string text =
-      "Subject To\n2 x1 + 3 >= 10\n2 x1 + 3 <= 10\nx1 <= 3 >= 2\n\nx2 = 4 + x1\n"
-      "x1 - x2 <= 5\nBounds\nx1 = 1";
-  const Constraints c = readConstraints(text, 2, RowCounts{2, 2, 1});
+      "Subject To\n2 x1 + 3 >= 10\n2 x1 + 3 <= 10\n\nx2 = 4 + x1\nx1 - x2 <= 5\nx2 >= 1\nBounds\n"
+      "x1 = 1";
+  const Constraints c = constraintsOf(text, 2);
   ASSERT_EQ(c.greaterEqual.size(), 2u);
   ASSERT_EQ(c.lessEqual.size(), 2u);
-  ASSERT_EQ(c.equations.size(), 1u);
+  ASSERT_EQ(c.equations.size(), 1u);                // the Bound line is no row
   EXPECT_EQ(toString(c.greaterEqual[0].rhs), "7");  // -3 + 10
   EXPECT_EQ(toString(c.lessEqual[0].rhs), "13");    // +3 + 10: the "<=" asymmetry
-  EXPECT_EQ(toString(c.greaterEqual[1].rhs), "3");  // "<= 3 >= 2" files as ">="
+  EXPECT_EQ(toString(c.greaterEqual[1].rhs), "1");
   // A leading variable without a coefficient gets the scan's initial 0.
   EXPECT_EQ(entriesOf(c.equations[0].coefficients), (std::map<long, std::string>{{1, "-1"}}));
   EXPECT_EQ(toString(c.equations[0].rhs), "4");
   EXPECT_EQ(entriesOf(c.lessEqual[1].coefficients), (std::map<long, std::string>{{2, "-1"}}));
+  EXPECT_EQ(toString(c.lessEqual[1].rhs), "5");
+}
+
+TEST(PassesTest, CountingAndFilingClassifyInTheirOwnOrders) {
+  struct Case {
+    std::string text;
+    Relation counted, filed;
+  };
+  const std::vector<Case> cases = {
+      {"x1 <= 3", Relation::kLessEqual, Relation::kLessEqual},
+      {"x1 >= 3", Relation::kGreaterEqual, Relation::kGreaterEqual},
+      {"x1 <= 3 >= 2", Relation::kLessEqual, Relation::kGreaterEqual},
+      {"x1 >= 3 <= 4", Relation::kLessEqual, Relation::kGreaterEqual},
+      {"x1 = 3", Relation::kEquation, Relation::kEquation},
+      {"x1 =< 3", Relation::kEquation, Relation::kEquation},
+      {"x1 < 3", Relation::kNone, Relation::kNone},
+      {"", Relation::kNone, Relation::kNone},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(classifyRelation(c.text, FirstTried::kLessEqual), c.counted) << c.text;
+    EXPECT_EQ(classifyRelation(c.text, FirstTried::kGreaterEqual), c.filed) << c.text;
+  }
+}
+
+// A long objective over few variables keeps one entry per index; over many, its entries are
+// finished in steps. Either way the last mention of an index wins and zeros drop out.
+TEST(PassesTest, LongObjectivesKeepTheLastMentionOfEachIndex) {
+  for (const long n : {3L, 400000L}) {
+    std::string text = "Maximize\nobj: 1 x" + std::to_string(n);
+    std::map<long, std::string> expected{{n, "1"}};
+    for (long i = 0; i < 300000; ++i) {
+      const long index = 1 + (i * 7919) % n;
+      const long value = i % 5;  // 0 erases an earlier mention
+      text += " + " + std::to_string(value) + " x" + std::to_string(index);
+      if (value == 0) {
+        expected.erase(index);
+      } else {
+        expected[index] = std::to_string(value);
+      }
+    }
+    text += "\nSubject To\n";
+    const Objective objective = readObjective(text, countRows(text, "m.lp"), n);
+    ASSERT_EQ(entriesOf(objective.row), expected) << n;
+  }
 }
 
 TEST(PassesDeathTest, FailuresOfThePasses) {
@@ -160,12 +213,15 @@ TEST(PassesDeathTest, FailuresOfThePasses) {
               fails("The file [ a.lp ] is incomplete!"));
   EXPECT_EXIT(countRows("Subject To\nx1 <= 1\n", "a.lp"), ::testing::ExitedWithCode(1),
               fails("The amount of <= and >= equations differ!"));
-  EXPECT_EXIT(readObjective("Max\no: x1 <= 2\n", 1), ::testing::ExitedWithCode(1),
+  const std::string objective = "Max\no: x1 <= 2\n";
+  EXPECT_EXIT(readObjective(objective, countRows(objective, "a.lp"), 1),
+              ::testing::ExitedWithCode(1),
               fails("Objective function error: relation sign found!"));
-  EXPECT_EXIT(readConstraints("Subject To\nx1 + 2\n", 1, RowCounts{}), ::testing::ExitedWithCode(1),
+  EXPECT_EXIT(constraintsOf("Subject To\n= x1 + 2\n", 1), ::testing::ExitedWithCode(1),
               fails("relation error: no sign found!"));
-  EXPECT_EXIT(readConstraints("Subject To\nx1 = 2\n", 1, RowCounts{}), ::testing::ExitedWithCode(1),
-              fails("Array: index out of range"));  // a group filled beyond its count
+  // Counted as "<=" and filed as ">=": the ">=" group is filled beyond its count.
+  EXPECT_EXIT(constraintsOf("Subject To\nx1 <= 3 >= 2\nx1 >= 1\n", 1), ::testing::ExitedWithCode(1),
+              fails("Array: index out of range"));
   EXPECT_EXIT(leadsToDigit("x1 <=  +", 5), ::testing::ExitedWithCode(1),
               fails("scan for digit failed!"));
   for (const char* text : {"x0", "3 x3", "x-1", "x", "x99999999999999999999"}) {

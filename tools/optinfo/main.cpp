@@ -10,6 +10,7 @@
 #include <vector>
 
 #include <lpconv/optfile/opt_file.h>
+#include <lpconv/programs/huge_page_heap.h>
 #include <lpconv/util/failure.h>
 
 #include "summary.h"
@@ -42,6 +43,7 @@ std::string cannotOpen(const std::string& path) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  lpconv::useHugePagesForHeap();
   const std::vector<std::string> args(argv + 1, argv + argc);
   for (const std::string& arg : args) {
     if (arg == "--help") {

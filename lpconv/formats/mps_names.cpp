@@ -3,7 +3,7 @@
 namespace lpconv::detail {
 
 bool isPlainMpsName(std::string_view name) {
-  if (name.empty() || name.front() == '$' || name.front() == '*') return false;
+  if (name.empty() || name.front() == '$') return false;
   for (char c : name) {
     if (static_cast<unsigned char>(c) <= ' ' || c == 127) return false;
   }
@@ -44,14 +44,13 @@ MpsNames::MpsNames(const Model& model) : model_(model) {
   }
   const std::string_view objective = model.objectiveName();
   const bool plain = isPlainMpsName(objective) && !model.findRow(objective);
-  objective_ = plain ? std::string(objective)
-                     : unusedName("obj", [&](const std::string& s) {
-                         if (model.findRow(s)) return true;
-                         for (const auto& [k, name] : rows_) {
-                           if (name == s) return true;
-                         }
-                         return false;
-                       });
+  objective_ = plain ? std::string(objective) : unusedName("obj", [&](const std::string& s) {
+    if (model.findRow(s)) return true;
+    for (const auto& [k, name] : rows_) {
+      if (name == s) return true;
+    }
+    return false;
+  });
 }
 
 std::string_view MpsNames::column(Model::Index j) const {

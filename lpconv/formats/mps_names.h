@@ -1,6 +1,6 @@
 #pragma once
 // The names the MPS writer uses. Free MPS separates fields by blanks, so a name that is empty,
-// holds a blank or a control character, or begins with '$' or '*' (comments) cannot be written
+// holds a blank or a control character, or begins with '$' (a comment) cannot be written
 // as it is: such a column is written as C<number>, a row as R<number> (numbers from 1), and the
 // objective as "obj", each followed by as many '_' as needed to differ from every other name
 // of its kind.

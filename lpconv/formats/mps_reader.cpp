@@ -1,8 +1,8 @@
 // The MPS reader: fixed and free MPS told apart line by line, streamed into the model. Rows come
 // first, the matrix column by column, then right-hand sides, ranges and bounds. Where the
 // established readers disagree the reader applies one rule and says so in a note at the line.
-#include <lpconv/formats/formats.h>
 #include <lpconv/formats/exact_number.h>
+#include <lpconv/formats/formats.h>
 #include <lpconv/formats/mps_fields.h>
 #include <lpconv/formats/mps_rules.h>
 
@@ -176,19 +176,20 @@ class MpsReader {
     }
     if (equalsIgnoringCase(word, "ENDATA")) {
       if (section_ == Section::columns) closeMarkerBlock(word);
-      if (!seen_[static_cast<int>(Section::rows)]) source_.fail(word, "the ROWS section is missing");
+      if (!seen_[static_cast<int>(Section::rows)])
+        source_.fail(word, "the ROWS section is missing");
       section_ = Section::end;
       return;
     }
     for (const UnsupportedSection& s : kUnsupported) {
       if (equalsIgnoringCase(word, s.word)) {
-        source_.fail(word, std::string(s.what) + " (" + std::string(s.word) +
-                               " section) are not supported");
+        source_.fail(
+            word, std::string(s.what) + " (" + std::string(s.word) + " section) are not supported");
       }
     }
     (void)count;
-    source_.fail(word, "unknown section " + quoted(word) +
-                           " (a data line must begin with a blank)");
+    source_.fail(word,
+                 "unknown section " + quoted(word) + " (a data line must begin with a blank)");
   }
 
   // Sections come in the order NAME, OBJSENSE/OBJNAME, ROWS, COLUMNS, then RHS, RANGES and
@@ -550,8 +551,9 @@ class MpsReader {
         note(f[1], objectiveFound_ || objectiveRowWanted_.empty()
                        ? "free row " + quoted(name) +
                              " is not the objective: it and its entries are dropped"
-                       : "free row " + quoted(name) + " is not the row OBJNAME names: it and "
-                                                      "its entries are dropped");
+                       : "free row " + quoted(name) +
+                             " is not the row OBJNAME names: it and "
+                             "its entries are dropped");
       }
       return;
     }
@@ -612,8 +614,8 @@ class MpsReader {
         case RowKind::objective:
           if (objectiveSet_.size() <= column_) objectiveSet_.resize(column_ + 1, false);
           if (objectiveSet_[column_]) {
-            source_.fail(f[k], "column " + quoted(name) + " has a second entry in row " +
-                                   quoted(f[k]));
+            source_.fail(f[k],
+                         "column " + quoted(name) + " has a second entry in row " + quoted(f[k]));
           }
           objectiveSet_[column_] = true;
           model_.setObjective(column_, std::move(value));
@@ -625,8 +627,8 @@ class MpsReader {
             lastColumnOfRow_.resize(model_.rowCount(), 0);
           }
           if (lastColumnOfRow_[row.index] == column_ + 1) {
-            source_.fail(f[k], "column " + quoted(name) + " has a second entry in row " +
-                                   quoted(f[k]));
+            source_.fail(f[k],
+                         "column " + quoted(name) + " has a second entry in row " + quoted(f[k]));
           }
           lastColumnOfRow_[row.index] = column_ + 1;
           if (!value.isZero()) model_.appendColumnEntry(row.index, column_, std::move(value));
@@ -643,9 +645,9 @@ class MpsReader {
       return true;
     }
     if (name == first) return true;
-    note(name.empty() ? source_.currentLine() : name,
-         "only the first vector (" + quoted(first) + ") is read: this entry of " + quoted(name) +
-             " is left out");
+    note(name.empty() ? source_.currentLine() : name, "only the first vector (" + quoted(first) +
+                                                          ") is read: this entry of " +
+                                                          quoted(name) + " is left out");
     return false;
   }
 
@@ -720,16 +722,14 @@ class MpsReader {
     unsigned char& flags = columnFlags_[j];
     auto setLower = [&](Coefficient v) {
       if (flags & kLowerNamed) {
-        note(type, "the lower bound of " + quoted(f[2]) +
-                       " is given again: the later bound holds");
+        note(type, "the lower bound of " + quoted(f[2]) + " is given again: the later bound holds");
       }
       flags |= kLowerNamed;
       model_.setColumnLower(j, std::move(v));
     };
     auto setUpper = [&](Coefficient v) {
       if (flags & kUpperNamed) {
-        note(type, "the upper bound of " + quoted(f[2]) +
-                       " is given again: the later bound holds");
+        note(type, "the upper bound of " + quoted(f[2]) + " is given again: the later bound holds");
       }
       flags |= kUpperNamed;
       model_.setColumnUpper(j, std::move(v));

@@ -1,7 +1,7 @@
 // Free MPS with exact values: one entry a line, so that even long p/q values keep lines short;
 // names that free MPS cannot carry are replaced by generated ones.
-#include <lpconv/formats/formats.h>
 #include <lpconv/formats/exact_number.h>
+#include <lpconv/formats/formats.h>
 #include <lpconv/formats/mps_names.h>
 
 #include <ostream>
@@ -94,7 +94,8 @@ class MpsWriter {
     for (Model::Index j = 0; j < n; ++j) {
       if (model_.isInteger(j) != inMarker) {
         inMarker = !inMarker;
-        os_ << "    MARKER" << markers++ << " 'MARKER' " << (inMarker ? "'INTORG'\n" : "'INTEND'\n");
+        os_ << "    MARKER" << markers++ << " 'MARKER' "
+            << (inMarker ? "'INTORG'\n" : "'INTEND'\n");
       }
       const std::string_view column = names_.column(j);
       bool any = false;

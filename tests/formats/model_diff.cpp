@@ -10,9 +10,9 @@
 #include <algorithm>
 #include <cmath>
 #include <fstream>
-#include <optional>
 #include <iostream>
 #include <map>
+#include <optional>
 #include <sstream>
 #include <string>
 #include <vector>

@@ -19,12 +19,19 @@ std::string unusedName(std::string base, Taken taken) {
   return base;
 }
 
+template <typename Taken>
+std::string unusedName(char letter, Model::Index number, Taken taken) {
+  std::string base(1, letter);
+  base += std::to_string(number);
+  return unusedName(std::move(base), taken);
+}
+
 }  // namespace
 
 MpsNames::MpsNames(const Model& model) : model_(model) {
   for (Model::Index j = 0; j < model.columnCount(); ++j) {
     if (isPlainMpsName(model.columnName(j))) continue;
-    columns_[j] = unusedName("C" + std::to_string(j + 1), [&](const std::string& s) {
+    columns_[j] = unusedName('C', j + 1, [&](const std::string& s) {
       if (model.findColumn(s)) return true;
       for (const auto& [k, name] : columns_) {
         if (name == s) return true;
@@ -34,7 +41,7 @@ MpsNames::MpsNames(const Model& model) : model_(model) {
   }
   for (Model::Index i = 0; i < model.rowCount(); ++i) {
     if (isPlainMpsName(model.rowName(i))) continue;
-    rows_[i] = unusedName("R" + std::to_string(i + 1), [&](const std::string& s) {
+    rows_[i] = unusedName('R', i + 1, [&](const std::string& s) {
       if (model.findRow(s)) return true;
       for (const auto& [k, name] : rows_) {
         if (name == s) return true;

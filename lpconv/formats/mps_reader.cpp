@@ -33,7 +33,14 @@ bool equalsIgnoringCase(std::string_view text, std::string_view upperWord) {
 
 bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\f' || c == '\v'; }
 
-std::string quoted(std::string_view name) { return "'" + std::string(name) + "'"; }
+std::string quoted(std::string_view name) {
+  std::string text;
+  text.reserve(name.size() + 2);
+  text += '\'';
+  text += name;
+  text += '\'';
+  return text;
+}
 
 // Sections the model cannot hold, and what the error calls them.
 struct UnsupportedSection {

@@ -78,14 +78,16 @@ class MpsWriter {
     for (Model::Index j = 0; j < n; ++j) start[j + 1] += start[j];
     struct Entry {
       Model::Index row;
-      const Coefficient* value;
+      std::uint32_t position;  // in the row
     };
     std::vector<Entry> byColumn(model_.nonzeroCount());
     {
       std::vector<std::size_t> next(start.begin(), start.end() - 1);
       for (Model::Index i = 0; i < model_.rowCount(); ++i) {
         const RowView r = model_.row(i);
-        for (std::size_t k = 0; k < r.size(); ++k) byColumn[next[r.column(k)]++] = {i, &r.value(k)};
+        for (std::size_t k = 0; k < r.size(); ++k) {
+          byColumn[next[r.column(k)]++] = {i, static_cast<std::uint32_t>(k)};
+        }
       }
     }
     os_ << "COLUMNS\n";
@@ -104,7 +106,8 @@ class MpsWriter {
         any = true;
       }
       for (std::size_t k = start[j]; k < start[j + 1]; ++k) {
-        value(column, names_.row(byColumn[k].row), *byColumn[k].value);
+        const Entry e = byColumn[k];
+        value(column, names_.row(e.row), model_.row(e.row).value(e.position));
         any = true;
       }
       // A column with no entry still needs a line to exist.

@@ -45,10 +45,10 @@ struct Comparison {
   }
 };
 
-std::map<Model::Index, const Coefficient*> entriesOf(const Model& m, Model::Index i) {
-  std::map<Model::Index, const Coefficient*> out;
+std::map<Model::Index, Coefficient> entriesOf(const Model& m, Model::Index i) {
+  std::map<Model::Index, Coefficient> out;
   const lpconv::RowView r = m.row(i);
-  for (std::size_t k = 0; k < r.size(); ++k) out[r.column(k)] = &r.value(k);
+  for (std::size_t k = 0; k < r.size(); ++k) out[r.column(k)] = r.value(k);
   return out;
 }
 
@@ -90,15 +90,15 @@ void compare(const Model& a, const Model& b, Comparison& c) {
       const auto it = eb.find(columnInB[j]);
       const std::string where = "row " + name + " column " + std::string(a.columnName(j));
       if (it == eb.end()) {
-        d.push_back(where + ": " + lpconv::toString(*v) + " vs none");
+        d.push_back(where + ": " + lpconv::toString(v) + " vs none");
         continue;
       }
-      c.check(where, *v, *it->second);
+      c.check(where, v, it->second);
       eb.erase(it);
     }
     for (const auto& [j, v] : eb) {
       d.push_back("row " + name + " column " + std::string(b.columnName(j)) + ": none vs " +
-                  lpconv::toString(*v));
+                  lpconv::toString(v));
     }
   }
   for (Model::Index i = 0; i < b.rowCount(); ++i) {

@@ -10,15 +10,15 @@
 #   --keep       keep the generated files of a fresh temporary folder (printed)
 #   --no-build   use the binaries already in build/bench
 #   --tries N    best of N wall times per reader and file (default 3); memory is the largest
-#   --size R C N rows, columns and nonzeros (default 10000 50000 4000000: MPS ~150 MB, a dense
-#                .opt of ~1 GB)
+#   --size R C N rows, columns and nonzeros (default 10000 50000 5500000: MPS ~147 MB, LP
+#                ~101 MB, a dense .opt of ~1 GB)
 #
 # Targets (MPS): the exact read at most clp's time, at least 5x faster than QSopt_ex's, peak
 # memory at most clp's. Exit status 0 when met, 3 when one is missed, 1 when a reader failed.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-dir="" keep=0 build=1 tries=3 rows=10000 cols=50000 nnz=4000000
+dir="" keep=0 build=1 tries=3 rows=10000 cols=50000 nnz=5500000
 while (($#)); do
   case "$1" in
     --dir) dir="$2"; shift 2 ;;

@@ -80,7 +80,8 @@ int main(int argc, char** argv) {
   }
 
   FILE* mps = std::fopen((prefix + ".mps").c_str(), "w");
-  std::fprintf(mps, "NAME generated\nROWS\n N obj\n");
+  // FREE on the NAME line tells the COIN reader the layout.
+  std::fprintf(mps, "NAME generated FREE\nROWS\n N obj\n");
   for (unsigned i = 0; i < rows; ++i) std::fprintf(mps, " %c r%u\n", type[i], i + 1);
   std::fprintf(mps, "COLUMNS\n");
   for (unsigned j = 0; j < columns; ++j) {

@@ -35,6 +35,27 @@ ModelEntry* combine(ModelEntry* begin, ModelEntry* end) {
   return out;
 }
 
+// Moves values[k] to place[k] for a permutation `place`. The values bound for the first half
+// (rounded up) go to a buffer; the others close up at the front of the array, from where they
+// go to their places in the second half, which no value still to move occupies; then the
+// buffer fills the first half. `place` is overwritten.
+void placeValues(std::vector<std::uint32_t>& place, std::vector<std::uint64_t>& values) {
+  const std::size_t n = values.size();
+  const std::size_t half = n - n / 2;
+  std::vector<std::uint64_t> first(half);
+  std::size_t kept = 0;
+  for (std::size_t k = 0; k < n; ++k) {
+    if (place[k] < half) {
+      first[place[k]] = values[k];
+    } else {
+      values[kept] = values[k];
+      place[kept++] = place[k];
+    }
+  }
+  for (std::size_t k = 0; k < kept; ++k) values[place[k]] = values[k];
+  for (std::size_t k = 0; k < half; ++k) values[k] = first[k];
+}
+
 }  // namespace
 
 Model::Index Model::addColumn(std::string_view name) {
@@ -85,9 +106,9 @@ void Model::finishColumns() {
   std::vector<std::uint64_t> values;
   std::vector<std::size_t> next(start.begin(), start.end() - 1);
   if (rowColumns_.empty() && start[rows] <= UINT32_MAX) {
-    // Only appended entries: their values move to their places within the pending array
-    // itself (each pending row number is replaced by the entry's place, then the values
-    // follow the cycles of that permutation), so the matrix is never held twice.
+    // Only appended entries: each pending row number is replaced by the entry's place, then
+    // the values move there within the pending array itself, through a buffer of half its
+    // size, so the matrix is never held twice (and the writes stream along the rows).
     for (std::size_t run = 0; run < pendingRuns_.size(); ++run) {
       const Index column = pendingRuns_[run].first;
       const std::size_t end =
@@ -98,13 +119,7 @@ void Model::finishColumns() {
         pendingRows_[k] = static_cast<Index>(at);
       }
     }
-    for (std::size_t k = 0; k < pendingRows_.size(); ++k) {
-      while (pendingRows_[k] != k) {
-        const Index to = pendingRows_[k];
-        std::swap(pendingValues_[k], pendingValues_[to]);
-        std::swap(pendingRows_[k], pendingRows_[to]);
-      }
-    }
+    placeValues(pendingRows_, pendingValues_);
     values = std::move(pendingValues_);
   } else {
     values.resize(start[rows]);

@@ -10,8 +10,8 @@
 #   --keep       keep the generated files of a fresh temporary folder (printed)
 #   --no-build   use the binaries already in build/bench
 #   --tries N    best of N wall times per reader and file (default 3); memory is the largest
-#   --size R C N rows, columns and nonzeros (default 10000 50000 5500000: MPS ~147 MB, LP
-#                ~101 MB, a dense .opt of ~1 GB)
+#   --size R C N rows, columns and nonzeros (default 10000 50000 5500000: MPS ~147 MB, LP over
+#                100 MB, a dense .opt of ~1 GB)
 #
 # Targets (MPS): the exact read at most clp's time, at least 5x faster than QSopt_ex's, peak
 # memory at most clp's (times are the best wall clock of the tries; the CPU time, user + system,

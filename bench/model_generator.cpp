@@ -1,8 +1,8 @@
 // model_generator ROWS COLUMNS NONZEROS SEED PREFIX: writes one random sparse LP as PREFIX.mps
 // (free MPS) and PREFIX.lp (CPLEX LP), with coefficients as modelling tools print doubles
 // (%.15g: small integers, short decimals and values with 15 significant digits), a mix of
-// <=, >= and = rows, some two-sided (RANGES), and bounds on some columns. Depends on nothing of
-// lpconv, so it builds on its own.
+// <=, >= and = rows, some two-sided (RANGES in MPS, two rows in LP), and bounds on some columns.
+// Depends on nothing of lpconv, so it builds on its own.
 #include <cstdio>
 #include <cstdlib>
 #include <random>
@@ -119,28 +119,27 @@ int main(int argc, char** argv) {
     if (++onLine % 8 == 0) std::fprintf(lp, "\n");
   }
   std::fprintf(lp, "\nSubject To\n");
+  // A ranged row has no single-row form every LP reader takes: it is written as two rows,
+  // rN >= rhs and rN_up <= rhs + range, as LP writers do.
   for (unsigned i = 0; i < rows; ++i) {
     const bool ranged = !range[i].empty();
-    if (ranged) {
-      std::fprintf(lp, " r%u: %s <=", i + 1, rhs[i].c_str());
-    } else {
-      std::fprintf(lp, " r%u:", i + 1);
-    }
-    onLine = 0;
-    for (const auto& [j, v] : byRow[i]) {
-      term(lp, v, j);
-      if (++onLine % 8 == 0) std::fprintf(lp, "\n");
-    }
-    if (ranged) {
-      // rhs + range as the upper side: written as the generator's sum, exactly.
-      std::fprintf(lp, " <= %.15g\n",
-                   std::strtod(rhs[i].c_str(), nullptr) + std::strtod(range[i].c_str(), nullptr));
-    } else {
-      std::fprintf(lp, " %s %s\n",
-                   type[i] == 'L'   ? "<="
-                   : type[i] == 'G' ? ">="
-                                    : "=",
-                   rhs[i].c_str());
+    for (int copy = 0; copy < (ranged ? 2 : 1); ++copy) {
+      std::fprintf(lp, copy == 0 ? " r%u:" : " r%u_up:", i + 1);
+      onLine = 0;
+      for (const auto& [j, v] : byRow[i]) {
+        term(lp, v, j);
+        if (++onLine % 8 == 0) std::fprintf(lp, "\n");
+      }
+      if (copy == 1) {
+        std::fprintf(lp, " <= %.15g\n",
+                     std::strtod(rhs[i].c_str(), nullptr) + std::strtod(range[i].c_str(), nullptr));
+      } else {
+        std::fprintf(lp, " %s %s\n",
+                     type[i] == 'L'   ? "<="
+                     : type[i] == 'G' ? ">="
+                                      : "=",
+                     rhs[i].c_str());
+      }
     }
   }
   std::fprintf(lp, "Bounds\n");

@@ -30,6 +30,8 @@ int serializableArrayQQ(const std::uint8_t* data, std::size_t size);
 // A whole .opt file through readOptFile; an odd first byte passes the matrix rows to an observer
 // (which then also sees them) instead of keeping them.
 int optFile(const std::uint8_t* data, std::size_t size);
+// An MPS file; what reads must write and read back to the same model (fuzz/mps_entry.cpp).
+int mpsReader(const std::uint8_t* data, std::size_t size);
 
 // Every target, by the name of its folder under fuzz/.
 inline constexpr Target kTargets[] = {
@@ -42,6 +44,7 @@ inline constexpr Target kTargets[] = {
     {"serializable_array_long", serializableArrayLong},
     {"serializable_array_qq", serializableArrayQQ},
     {"opt_file", optFile},
+    {"mps_reader", mpsReader},
 };
 
 }  // namespace lpconv::fuzz

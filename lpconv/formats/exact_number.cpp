@@ -37,15 +37,6 @@ ZZ powerOfTen(unsigned long exponent) {
   return z;
 }
 
-std::int64_t gcd64(std::int64_t a, std::int64_t b) {
-  while (b != 0) {
-    const std::int64_t r = a % b;
-    a = b;
-    b = r;
-  }
-  return a;
-}
-
 // value = (negative ? -1 : 1) * digits * 10^scale, digits being the mantissa without its point.
 Coefficient scaled(bool negative, std::string_view digits, long scale) {
   // Leading zeros carry no value.
@@ -80,10 +71,21 @@ Coefficient scaled(bool negative, std::string_view digits, long scale) {
       if (m < Coefficient::kInlineLimit / p)
         return Coefficient::fromLowestTerms(negative ? -m * p : m * p, 1);
     } else {
+      // The denominator is 10^k: cancelling the factors 2 and 5 that m shares with it gives
+      // lowest terms without a general gcd.
       std::int64_t d = kPowers[-scale];
-      const std::int64_t g = gcd64(m, d);
-      m /= g;
-      d /= g;
+      int twos = -static_cast<int>(scale);
+      int fives = twos;
+      while (twos > 0 && (m & 1) == 0) {
+        m >>= 1;
+        d >>= 1;
+        --twos;
+      }
+      while (fives > 0 && m % 5 == 0) {
+        m /= 5;
+        d /= 5;
+        --fives;
+      }
       return Coefficient::fromLowestTerms(negative ? -m : m, d);
     }
   }

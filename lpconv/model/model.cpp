@@ -1,6 +1,9 @@
 #include <lpconv/model/model.h>
+#include <lpconv/model/packed_value.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <utility>
 
 namespace lpconv {
 
@@ -32,6 +35,27 @@ ModelEntry* combine(ModelEntry* begin, ModelEntry* end) {
   return out;
 }
 
+// Moves values[k] to place[k] for a permutation `place`. The values bound for the first half
+// (rounded up) go to a buffer; the others close up at the front of the array, from where they
+// go to their places in the second half, which no value still to move occupies; then the
+// buffer fills the first half. `place` is overwritten.
+void placeValues(std::vector<std::uint32_t>& place, std::vector<std::uint64_t>& values) {
+  const std::size_t n = values.size();
+  const std::size_t half = n - n / 2;
+  std::vector<std::uint64_t> first(half);
+  std::size_t kept = 0;
+  for (std::size_t k = 0; k < n; ++k) {
+    if (place[k] < half) {
+      first[place[k]] = values[k];
+    } else {
+      values[kept] = values[k];
+      place[kept++] = place[k];
+    }
+  }
+  for (std::size_t k = 0; k < kept; ++k) values[place[k]] = values[k];
+  for (std::size_t k = 0; k < half; ++k) values[k] = first[k];
+}
+
 }  // namespace
 
 Model::Index Model::addColumn(std::string_view name) {
@@ -54,59 +78,114 @@ Model::Index Model::addRow(std::string_view name, std::span<ModelEntry> entries,
   ModelEntry* end = combine(entries.data(), entries.data() + entries.size());
   for (ModelEntry* e = entries.data(); e != end; ++e) {
     rowColumns_.push_back(e->index);
-    rowValues_.push_back(std::move(e->value));
+    rowValues_.push_back(detail::packValue(e->value, valueTable_));
   }
   rowStart_.push_back(rowColumns_.size());
   return i;
 }
 
 void Model::appendColumnEntry(Index row, Index column, Coefficient value) {
-  pending_.push_back({row, column, std::move(value)});
+  if (value.isZero()) return;
+  if (pendingRuns_.empty() || pendingRuns_.back().first != column) {
+    pendingRuns_.emplace_back(column, pendingRows_.size());
+  }
+  pendingRows_.push_back(row);
+  pendingValues_.push_back(detail::packValue(value, valueTable_));
 }
 
 void Model::finishColumns() {
-  if (pending_.empty()) return;
+  if (pendingRows_.empty()) return;
   const std::size_t rows = rowCount();
-  // Counting sort of the pending entries by row keeps each row's entries in the order they came.
+  // Counting sort by row: each row's entries are its own, then the appended ones in the order
+  // they came, which for input listed column by column is already ascending.
   std::vector<std::size_t> start(rows + 1, 0);
-  for (const PendingEntry& p : pending_) ++start[p.row + 1];
+  for (std::size_t i = 0; i < rows; ++i) start[i + 1] = rowStart_[i + 1] - rowStart_[i];
+  for (const Index r : pendingRows_) ++start[r + 1];
   for (std::size_t i = 0; i < rows; ++i) start[i + 1] += start[i];
-  std::vector<ModelEntry> byRow(pending_.size(), ModelEntry{0, Coefficient()});
-  {
-    std::vector<std::size_t> next(start.begin(), start.end() - 1);
-    for (PendingEntry& p : pending_) byRow[next[p.row]++] = {p.column, std::move(p.value)};
+  std::vector<std::uint32_t> columns(start[rows]);
+  std::vector<std::uint64_t> values;
+  std::vector<std::size_t> next(start.begin(), start.end() - 1);
+  if (rowColumns_.empty() && start[rows] <= UINT32_MAX) {
+    // Only appended entries: each pending row number is replaced by the entry's place, then
+    // the values move there within the pending array itself, through a buffer of half its
+    // size, so the matrix is never held twice (and the writes stream along the rows).
+    for (std::size_t run = 0; run < pendingRuns_.size(); ++run) {
+      const Index column = pendingRuns_[run].first;
+      const std::size_t end =
+          run + 1 < pendingRuns_.size() ? pendingRuns_[run + 1].second : pendingRows_.size();
+      for (std::size_t k = pendingRuns_[run].second; k < end; ++k) {
+        const std::size_t at = next[pendingRows_[k]]++;
+        columns[at] = column;
+        pendingRows_[k] = static_cast<Index>(at);
+      }
+    }
+    placeValues(pendingRows_, pendingValues_);
+    values = std::move(pendingValues_);
+  } else {
+    values.resize(start[rows]);
+    for (std::size_t i = 0; i < rows; ++i) {
+      for (std::size_t k = rowStart_[i]; k < rowStart_[i + 1]; ++k) {
+        columns[next[i]] = rowColumns_[k];
+        values[next[i]++] = rowValues_[k];
+      }
+    }
+    rowColumns_ = {};
+    rowValues_ = {};
+    for (std::size_t run = 0; run < pendingRuns_.size(); ++run) {
+      const Index column = pendingRuns_[run].first;
+      const std::size_t end =
+          run + 1 < pendingRuns_.size() ? pendingRuns_[run + 1].second : pendingRows_.size();
+      for (std::size_t k = pendingRuns_[run].second; k < end; ++k) {
+        const std::size_t at = next[pendingRows_[k]]++;
+        columns[at] = column;
+        values[at] = pendingValues_[k];
+      }
+    }
   }
-  pending_.clear();
-  pending_.shrink_to_fit();
+  pendingRows_ = {};
+  pendingValues_ = {};
+  pendingRuns_ = {};
 
-  std::vector<std::size_t> newStart{0};
-  newStart.reserve(rows + 1);
-  std::vector<std::uint32_t> newColumns;
-  std::vector<Coefficient> newValues;
-  newColumns.reserve(rowColumns_.size() + byRow.size());
-  newValues.reserve(rowColumns_.size() + byRow.size());
+  // Rows whose columns are not strictly ascending are sorted, their repeated columns added up
+  // and zeros dropped; the rows move down over what that removes.
+  std::size_t out = 0;
   std::vector<ModelEntry> scratch;
   for (std::size_t i = 0; i < rows; ++i) {
+    const std::size_t begin = start[i];
+    const std::size_t end = start[i + 1];
+    bool ordered = true;
+    for (std::size_t k = begin + 1; k < end && ordered; ++k) ordered = columns[k - 1] < columns[k];
+    rowStart_[i] = out;
+    if (ordered) {
+      for (std::size_t k = begin; k < end; ++k, ++out) {
+        columns[out] = columns[k];
+        values[out] = values[k];
+      }
+      continue;
+    }
     scratch.clear();
-    for (std::size_t k = rowStart_[i]; k < rowStart_[i + 1]; ++k) {
-      scratch.push_back({rowColumns_[k], std::move(rowValues_[k])});
+    for (std::size_t k = begin; k < end; ++k) {
+      scratch.push_back({columns[k], detail::unpackValue(values[k], valueTable_)});
     }
-    for (std::size_t k = start[i]; k < start[i + 1]; ++k) scratch.push_back(std::move(byRow[k]));
-    ModelEntry* end = combine(scratch.data(), scratch.data() + scratch.size());
-    for (ModelEntry* e = scratch.data(); e != end; ++e) {
-      newColumns.push_back(e->index);
-      newValues.push_back(std::move(e->value));
+    ModelEntry* last = combine(scratch.data(), scratch.data() + scratch.size());
+    for (ModelEntry* e = scratch.data(); e != last; ++e, ++out) {
+      columns[out] = e->index;
+      values[out] = detail::packValue(e->value, valueTable_);
     }
-    newStart.push_back(newColumns.size());
   }
-  rowStart_ = std::move(newStart);
-  rowColumns_ = std::move(newColumns);
-  rowValues_ = std::move(newValues);
+  rowStart_[rows] = out;
+  columns.resize(out);
+  values.resize(out);
+  rowColumns_ = std::move(columns);
+  rowValues_ = std::move(values);
 }
 
 RowView Model::row(Index i) const {
   const std::size_t begin = rowStart_[i];
-  return {rowColumns_.data() + begin, rowValues_.data() + begin, rowStart_[i + 1] - begin};
+  return {rowColumns_.data() + begin, rowValues_.data() + begin, &valueTable_,
+          rowStart_[i + 1] - begin};
 }
+
+Coefficient RowView::value(std::size_t k) const { return detail::unpackValue(values_[k], *table_); }
 
 }  // namespace lpconv

@@ -13,6 +13,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include <lpconv/model/name_table.h>
@@ -31,16 +32,19 @@ struct ModelEntry {
 // The entries of one row: columns ascending, values non-zero.
 class RowView {
  public:
-  RowView(const std::uint32_t* columns, const Coefficient* values, std::size_t size)
-      : columns_(columns), values_(values), size_(size) {}
+  RowView(const std::uint32_t* columns, const std::uint64_t* values,
+          const std::vector<Coefficient>* table, std::size_t size)
+      : columns_(columns), values_(values), table_(table), size_(size) {}
   std::size_t size() const { return size_; }
   bool empty() const { return size_ == 0; }
   std::uint32_t column(std::size_t k) const { return columns_[k]; }
-  const Coefficient& value(std::size_t k) const { return values_[k]; }
+  // The value, unpacked from the model's compact storage (see packed_value.h).
+  Coefficient value(std::size_t k) const;
 
  private:
   const std::uint32_t* columns_;
-  const Coefficient* values_;
+  const std::uint64_t* values_;
+  const std::vector<Coefficient>* table_;
   std::size_t size_;
 };
 
@@ -119,17 +123,18 @@ class Model {
   std::vector<Coefficient> rowLower_;
   std::vector<Coefficient> rowUpper_;
   std::vector<long> rowLine_;
-  // Compressed rows: the entries of row i are [rowStart_[i], rowStart_[i + 1]).
+  // Compressed rows: the entries of row i are [rowStart_[i], rowStart_[i + 1]). Values are
+  // packed words (packed_value.h); those that do not fit a word live in valueTable_.
   std::vector<std::size_t> rowStart_{0};
   std::vector<std::uint32_t> rowColumns_;
-  std::vector<Coefficient> rowValues_;
+  std::vector<std::uint64_t> rowValues_;
+  std::vector<Coefficient> valueTable_;
 
-  struct PendingEntry {
-    Index row;
-    Index column;
-    Coefficient value;
-  };
-  std::vector<PendingEntry> pending_;
+  // Entries appended column-wise, waiting for finishColumns: their rows and packed values, and
+  // the runs of consecutive entries of one column (a column and the position its run starts at).
+  std::vector<Index> pendingRows_;
+  std::vector<std::uint64_t> pendingValues_;
+  std::vector<std::pair<Index, std::size_t>> pendingRuns_;
 };
 
 }  // namespace lpconv

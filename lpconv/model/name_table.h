@@ -6,7 +6,6 @@
 #include <memory>
 #include <optional>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace lpconv {
@@ -23,12 +22,22 @@ class NameTable {
 
  private:
   std::string_view store(std::string_view name);
-
+  // Open addressing: each slot holds a name's key (its length in the top byte, 24 bits of hash
+  // below), its first eight bytes and its number + 1 (0: empty). The table is at most half
+  // full, so a lookup usually touches one slot, and a name of up to eight bytes is compared in
+  // the slot itself.
+  struct Slot {
+    std::uint32_t key = 0;
+    std::uint32_t indexPlusOne = 0;
+    std::uint64_t prefix = 0;
+  };
+  void insert(const Slot& slot);
+  void grow();
   std::vector<std::unique_ptr<char[]>> chunks_;
   std::size_t chunkUsed_ = 0;
   std::size_t chunkSize_ = 0;
   std::vector<std::string_view> names_;
-  std::unordered_map<std::string_view, Index> index_;
+  std::vector<Slot> slots_;
 };
 
 }  // namespace lpconv

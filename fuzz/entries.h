@@ -27,6 +27,8 @@ int matrixQQ(const std::uint8_t* data, std::size_t size);
 // The first byte chooses the delimiters and whether comments are skipped; the rest is the text.
 int serializableArrayLong(const std::uint8_t* data, std::size_t size);
 int serializableArrayQQ(const std::uint8_t* data, std::size_t size);
+// The CPLEX LP reader, and the writer's text read back (lp_reader_entry.cpp).
+int lpReader(const std::uint8_t* data, std::size_t size);
 
 // Every target, by the name of its folder under fuzz/.
 inline constexpr Target kTargets[] = {
@@ -38,6 +40,7 @@ inline constexpr Target kTargets[] = {
     {"matrix_qq", matrixQQ},
     {"serializable_array_long", serializableArrayLong},
     {"serializable_array_qq", serializableArrayQQ},
+    {"lp_reader", lpReader},
 };
 
 }  // namespace lpconv::fuzz

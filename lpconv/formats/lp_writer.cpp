@@ -25,13 +25,15 @@ bool isOne(const Coefficient& c) {
   return c.isInline() && c.numerator() == 1 && c.denominator() == 1;
 }
 
-bool isSafeName(std::string_view name) {
+// Row and objective names are always followed by a colon, so keywords are safe there; a column
+// name may start a line (in the integer section) where a keyword would be read as one.
+bool isSafeName(std::string_view name, bool keywordsAllowed) {
   if (name.empty() || name.size() > kMaxNameLength) return false;
   if (!detail::isLpNameStart(static_cast<unsigned char>(name[0]))) return false;
   for (char c : name) {
     if (!detail::isLpNameChar(static_cast<unsigned char>(c))) return false;
   }
-  return !detail::isReservedLpWord(name);
+  return keywordsAllowed || !detail::isReservedLpWord(name);
 }
 
 // The names as the file writes them: a name the format cannot carry (empty, too long, a
@@ -40,15 +42,16 @@ bool isSafeName(std::string_view name) {
 // '#' with a number where that name is taken.
 class NameWriter {
  public:
+  explicit NameWriter(bool keywordsAllowed) : keywordsAllowed_(keywordsAllowed) {}
   template <typename Exists>
   std::string_view operator()(std::string_view name, Exists exists) {
-    if (isSafeName(name)) return name;
+    if (isSafeName(name, keywordsAllowed_)) return name;
     std::string safe = "_";
     for (char c : name.substr(0, kMaxNameLength - 16)) {
       safe += detail::isLpNameChar(static_cast<unsigned char>(c)) ? c : '_';
     }
     if (safe.size() > 1 && detail::isLpNameStart(static_cast<unsigned char>(safe[1])) &&
-        !detail::isReservedLpWord(std::string_view(safe).substr(1))) {
+        (keywordsAllowed_ || !detail::isReservedLpWord(std::string_view(safe).substr(1)))) {
       safe.erase(0, 1);
     }
     std::string candidate = safe;
@@ -59,6 +62,7 @@ class NameWriter {
   }
 
  private:
+  bool keywordsAllowed_;
   std::unordered_set<std::string> used_;
 };
 
@@ -84,7 +88,7 @@ class LpWriter {
   std::ostream& os_;
   std::string line_;
   std::string text_;
-  NameWriter rowNames_;
+  NameWriter rowNames_{true};
   std::vector<std::string> columnNames_;
 };
 
@@ -158,7 +162,7 @@ bool LpWriter::columnsAppearInOrder() const {
 
 void LpWriter::writeObjective() {
   os_ << (model_.sense() == ObjectiveSense::maximize ? "Maximize\n" : "Minimize\n");
-  NameWriter objectiveName;
+  NameWriter objectiveName(true);
   if (!model_.objectiveName().empty()) {
     piece(std::string(objectiveName(model_.objectiveName(), [](const std::string&) { return false; })) +
           ":");
@@ -276,7 +280,7 @@ void LpWriter::writeGenerals() {
 }
 
 void LpWriter::write() {
-  NameWriter names;
+  NameWriter names(false);
   columnNames_.reserve(model_.columnCount());
   for (Model::Index j = 0; j < model_.columnCount(); ++j) {
     columnNames_.emplace_back(names(model_.columnName(j), [&](const std::string& s) {

@@ -8,9 +8,7 @@ namespace {
 
 bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\f' || c == '\v'; }
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
-bool isHexDigit(char c) {
-  return isDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
-}
+bool isHexDigit(char c) { return isDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F'); }
 
 // The length of the number at the start of `s`: digits [. digits] [(e|E) [sign] digits] [/ digits].
 // The exponent counts only when a digit follows it, so "2e" is the number 2 and the name e.

@@ -131,8 +131,7 @@ bool LpReader::atSectionStart(const LpToken& t, bool midLine, const LpKeyword** 
     }
   }
   const LpToken& after = lex_.peek(n);
-  if (!after.firstOnLine &&
-      (after.kind == LpTokenKind::colon || detail::isRelation(after.kind))) {
+  if (!after.firstOnLine && (after.kind == LpTokenKind::colon || detail::isRelation(after.kind))) {
     return false;
   }
   *keyword = k;
@@ -156,7 +155,8 @@ bool LpReader::startsSection() {
   if (words == 2) lex_.take();
   if (k->section == LpSection::unsupported) lex_.fail(keyword, k->unsupported);
   if (k->section == LpSection::objective) {
-    if (objectiveSeen_) lex_.fail(keyword, "a second objective: multiple objectives are not supported");
+    if (objectiveSeen_)
+      lex_.fail(keyword, "a second objective: multiple objectives are not supported");
     const LpToken& next = lex_.peek();
     if (!next.firstOnLine && next.kind == LpTokenKind::name &&
         detail::equalsLower(next.text, "multi")) {
@@ -302,7 +302,8 @@ void LpReader::readObjectivePart() {
   if (atStatementEnd(any)) return;
   const LpToken& t = lex_.peek();
   if (atLabel()) lex_.fail(t, "a row label in the objective ('Subject To' missing?)");
-  if (detail::isRelation(t.kind)) lex_.fail(t, "a relation in the objective ('Subject To' missing?)");
+  if (detail::isRelation(t.kind))
+    lex_.fail(t, "a relation in the objective ('Subject To' missing?)");
   lex_.fail(t, "unexpected text in the objective");
 }
 
@@ -316,7 +317,8 @@ Coefficient LpReader::readValue(const char* what, bool bound) {
     lex_.take();
     return negative ? Coefficient::minusInfinity() : Coefficient::infinity();
   }
-  if (t.kind != LpTokenKind::number || atStatementEnd()) lex_.fail(t, std::string("expected ") + what);
+  if (t.kind != LpTokenKind::number || atStatementEnd())
+    lex_.fail(t, std::string("expected ") + what);
   const LpToken numberToken = lex_.take();
   Coefficient value = readNumber(numberToken);
   if (negative) value.negate();
@@ -348,8 +350,7 @@ void LpReader::readRow() {
   // "-inf <= expression <= upper": an infinity word may open a ranged row.
   {
     const LpTokenKind opening = lex_.peek().kind;
-    const std::size_t k =
-        opening == LpTokenKind::plus || opening == LpTokenKind::minus ? 1 : 0;
+    const std::size_t k = opening == LpTokenKind::plus || opening == LpTokenKind::minus ? 1 : 0;
     const LpToken& w = lex_.peek(k);
     if (w.kind == LpTokenKind::name && detail::isInfinityWord(w.text) &&
         detail::isRelation(lex_.peek(k + 1).kind)) {
@@ -373,10 +374,11 @@ void LpReader::readRow() {
   if (leftVariables || !leftAny) {
     Coefficient side = readValue("a number on the right side", false);
     if (detail::isRelation(lex_.peek().kind)) {
-      lex_.fail(lex_.peek(), "a second relation: a ranged row is written 'lower <= expression <= upper'");
+      lex_.fail(lex_.peek(),
+                "a second relation: a ranged row is written 'lower <= expression <= upper'");
     }
-    if (isInfinite(side) && (first == Relation::equal ||
-                             (first == Relation::lessEqual) != side.big().isPositive)) {
+    if (isInfinite(side) &&
+        (first == Relation::equal || (first == Relation::lessEqual) != side.big().isPositive)) {
       lex_.fail(sideToken, "this infinite side leaves the row no value to take");
     }
     side = subtract(side, leftConstant);
@@ -389,7 +391,8 @@ void LpReader::readRow() {
     if (terms_.empty()) lex_.fail(sideToken, "expected a column after the relation");
     const Relation r = mirrored(first);
     Coefficient side = subtract(leftConstant, rightConstant);
-    if (isInfinite(side) && (r == Relation::equal || (r == Relation::lessEqual) != side.big().isPositive)) {
+    if (isInfinite(side) &&
+        (r == Relation::equal || (r == Relation::lessEqual) != side.big().isPositive)) {
       lex_.fail(start, "this infinite side leaves the row no value to take");
     }
     if (r != Relation::lessEqual) lower = side;
@@ -505,7 +508,8 @@ void LpReader::readBound() {
     setUpper(j, Coefficient::infinity(), freeToken);
     return;
   }
-  if (!detail::isRelation(next.kind)) lex_.fail(next, "expected a relation or 'free' after the column");
+  if (!detail::isRelation(next.kind))
+    lex_.fail(next, "expected a relation or 'free' after the column");
   const Relation r = relationOf(lex_.take().kind);
   const LpToken valueToken = lex_.peek();
   applyBound(j, r, readValue("a bound", true), valueToken);

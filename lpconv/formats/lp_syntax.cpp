@@ -33,8 +33,7 @@ constexpr LpKeyword kKeywords[] = {
     {"binary", "", false, LpSection::binaries, kMin, nullptr},
     {"binaries", "", false, LpSection::binaries, kMin, nullptr},
     {"bin", "", false, LpSection::binaries, kMin, nullptr},
-    {"semi", "", false, LpSection::unsupported, kMin,
-     "semi-continuous sections are not supported"},
+    {"semi", "", false, LpSection::unsupported, kMin, "semi-continuous sections are not supported"},
     {"semis", "", false, LpSection::unsupported, kMin,
      "semi-continuous sections are not supported"},
     {"sos", "", false, LpSection::unsupported, kMin, "SOS sections are not supported"},
@@ -46,8 +45,8 @@ constexpr LpKeyword kKeywords[] = {
     {"end", "", false, LpSection::end, kMin, nullptr},
 };
 
-constexpr std::string_view kOtherReserved[] = {"free", "inf", "infinity", "nan", "to", "that",
-                                               "constraints", "cuts", "semi-continuous"};
+constexpr std::string_view kOtherReserved[] = {
+    "free", "inf", "infinity", "nan", "to", "that", "constraints", "cuts", "semi-continuous"};
 
 char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
@@ -109,7 +108,9 @@ bool isLpNameChar(unsigned char c) {
   }
 }
 
-bool isLpNameStart(unsigned char c) { return isLpNameChar(c) && !(c >= '0' && c <= '9') && c != '.'; }
+bool isLpNameStart(unsigned char c) {
+  return isLpNameChar(c) && !(c >= '0' && c <= '9') && c != '.';
+}
 
 bool isInfinityWord(std::string_view word) {
   return equalsLower(word, "inf") || equalsLower(word, "infinity");

@@ -25,7 +25,7 @@ struct LpKeyword {
   std::string_view second;  // a second word that must follow on the line ("subject to"), or ""
   bool secondOptional;      // "subject" alone starts the constraints too
   LpSection section;
-  ObjectiveSense sense;      // for the objective keywords
+  ObjectiveSense sense;     // for the objective keywords
   const char* unsupported;  // the message for a section the model cannot hold
 };
 

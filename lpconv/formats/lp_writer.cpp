@@ -164,7 +164,8 @@ void LpWriter::writeObjective() {
   os_ << (model_.sense() == ObjectiveSense::maximize ? "Maximize\n" : "Minimize\n");
   NameWriter objectiveName(true);
   if (!model_.objectiveName().empty()) {
-    piece(std::string(objectiveName(model_.objectiveName(), [](const std::string&) { return false; })) +
+    piece(std::string(
+              objectiveName(model_.objectiveName(), [](const std::string&) { return false; })) +
           ":");
   }
   const bool everyColumn = !columnsAppearInOrder();
@@ -193,8 +194,8 @@ void LpWriter::writeObjective() {
 void LpWriter::writeRows() {
   os_ << "Subject To\n";
   for (Model::Index i = 0; i < model_.rowCount(); ++i) {
-    const std::string_view name =
-        rowNames_(model_.rowName(i), [&](const std::string& s) { return model_.findRow(s).has_value(); });
+    const std::string_view name = rowNames_(
+        model_.rowName(i), [&](const std::string& s) { return model_.findRow(s).has_value(); });
     const Coefficient& lower = model_.rowLower(i);
     const Coefficient& upper = model_.rowUpper(i);
     const RowView row = model_.row(i);
@@ -207,7 +208,8 @@ void LpWriter::writeRows() {
       piece(" " + text_ + " <=");
       if (row.empty()) {
         if (model_.columnCount() == 0) {
-          throw std::invalid_argument("an LP file cannot hold a ranged row in a model without columns");
+          throw std::invalid_argument(
+              "an LP file cannot hold a ranged row in a model without columns");
         }
         piece(" 0 " + columnNames_[0]);
       }

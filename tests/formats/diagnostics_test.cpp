@@ -12,8 +12,10 @@ TEST(Diagnostics, HeadlineLineAndCaret) {
     Diagnostic d;
     const char* text;
   } cases[] = {
-      {{Severity::error, "m.lp", 3, 5, "bad", "ab cd ef"}, "m.lp:3:5: error: bad\nab cd ef\n    ^\n"},
-      {{Severity::warning, "m.lp", 2, 0, "whole line", "xyz"}, "m.lp:2: warning: whole line\nxyz\n"},
+      {{Severity::error, "m.lp", 3, 5, "bad", "ab cd ef"},
+       "m.lp:3:5: error: bad\nab cd ef\n    ^\n"},
+      {{Severity::warning, "m.lp", 2, 0, "whole line", "xyz"},
+       "m.lp:2: warning: whole line\nxyz\n"},
       {{Severity::note, "m.lp", 0, 0, "file", ""}, "m.lp: note: file\n"},
       // Tabs before the column stay tabs, so the caret stands under its character.
       {{Severity::error, "t", 1, 4, "x", "\t\tab"}, "t:1:4: error: x\n\t\tab\n\t\t ^\n"},

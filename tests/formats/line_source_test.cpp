@@ -21,8 +21,8 @@ std::vector<std::string> linesOf(LineSource& source) {
 
 std::filesystem::path tempPath(const std::string& name) {
   return std::filesystem::temp_directory_path() /
-         ("lpconv_line_source_" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()) +
-          "_" + name);
+         ("lpconv_line_source_" +
+          std::to_string(::testing::UnitTest::GetInstance()->random_seed()) + "_" + name);
 }
 
 TEST(LineSource, CarriageReturnsAndALastLineWithoutLineFeed) {
@@ -38,7 +38,8 @@ TEST(LineSource, LinesAcrossTheBufferBoundaryAndGzip) {
   std::string text;
   std::vector<std::string> expected;
   for (int k = 0; k < 40; ++k) {
-    std::string line(static_cast<std::size_t>(k * 70001 % 1500000), static_cast<char>('a' + k % 26));
+    std::string line(static_cast<std::size_t>(k * 70001 % 1500000),
+                     static_cast<char>('a' + k % 26));
     expected.push_back(line);
     text += line + "\n";
   }

@@ -82,7 +82,8 @@ TEST(LpWriter, NamesTheFormatCannotCarryAreMadeSafe) {
   m.addRow("free", entries, Coefficient(1L), Coefficient::infinity());
   const std::string text = lpText(m);
   EXPECT_EQ(text,
-            "Minimize\nSubject To\n free: _1x + 2 a_b + 3 _end#1 + 4 x_1_ + 5 _ + 6 _bin + 7 _end + 8 _.5 >= 1\n"
+            "Minimize\nSubject To\n free: _1x + 2 a_b + 3 _end#1 + 4 x_1_ + 5 _ + 6 _bin + 7 _end "
+            "+ 8 _.5 >= 1\n"
             "End\n");
   CollectingSink sink;
   const Model back = readLpText(text, sink);
@@ -156,7 +157,8 @@ Model randomModel(std::mt19937& random) {
   for (int i = 0; i < rows; ++i) {
     std::vector<ModelEntry> entries;
     const int n = pick(3) == 0 ? pick(columns * 3 + 1) : pick(4);
-    for (int k = 0; k < n; ++k) entries.push_back({static_cast<Model::Index>(pick(columns)), value()});
+    for (int k = 0; k < n; ++k)
+      entries.push_back({static_cast<Model::Index>(pick(columns)), value()});
     Coefficient lower = Coefficient::minusInfinity();
     Coefficient upper = Coefficient::infinity();
     switch (pick(5)) {

@@ -186,7 +186,7 @@ Model randomModel(std::mt19937& random) {
 
 TEST(LpWriter, GeneratedModelsReadBackTheSame) {
   std::mt19937 random(20261123);
-  for (int k = 0; k < 300; ++k) {
+  for (int k = 0; k < 150; ++k) {
     const Model m = randomModel(random);
     expectRoundTrip(m, "model " + std::to_string(k));
     if (HasFailure()) break;

@@ -32,6 +32,8 @@ int serializableArrayQQ(const std::uint8_t* data, std::size_t size);
 int optFile(const std::uint8_t* data, std::size_t size);
 // An MPS file; what reads must write and read back to the same model (fuzz/mps_entry.cpp).
 int mpsReader(const std::uint8_t* data, std::size_t size);
+// The CPLEX LP reader, and the writer's text read back (lp_reader_entry.cpp).
+int lpReader(const std::uint8_t* data, std::size_t size);
 
 // Every target, by the name of its folder under fuzz/.
 inline constexpr Target kTargets[] = {
@@ -45,6 +47,7 @@ inline constexpr Target kTargets[] = {
     {"serializable_array_qq", serializableArrayQQ},
     {"opt_file", optFile},
     {"mps_reader", mpsReader},
+    {"lp_reader", lpReader},
 };
 
 }  // namespace lpconv::fuzz

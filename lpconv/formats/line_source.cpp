@@ -5,6 +5,7 @@
 #include <unistd.h>
 #include <cerrno>
 #include <cstring>
+#include <utility>
 
 namespace lpconv {
 
@@ -42,6 +43,16 @@ LineSource::LineSource(const std::string& path) : name_(path == "-" ? "<stdin>" 
   gzbuffer(f, 256 * 1024);
   file_ = f;
   buffer_.resize(kInitialBuffer);
+}
+
+LineSource::LineSource(InMemory, std::string name, std::string_view text)
+    : name_(std::move(name)), buffer_(text.begin(), text.end()), end_(text.size()), atEnd_(true) {
+  // memchr must not see a null pointer, even for an empty text.
+  buffer_.reserve(1);
+}
+
+LineSource LineSource::fromText(std::string name, std::string_view text) {
+  return LineSource(InMemory{}, std::move(name), text);
 }
 
 LineSource::~LineSource() {

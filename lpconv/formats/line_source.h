@@ -16,6 +16,9 @@ class LineSource {
  public:
   // Throws ParseError (without a line) when the file cannot be opened.
   explicit LineSource(const std::string& path);
+  // The lines of a text held in memory, named `name` in messages (tests, fuzzing, callers that
+  // have the bytes already).
+  static LineSource fromText(std::string name, std::string_view text);
   ~LineSource();
   LineSource(const LineSource&) = delete;
   LineSource& operator=(const LineSource&) = delete;
@@ -39,6 +42,8 @@ class LineSource {
   [[noreturn]] void fail(std::string_view at, std::string message) const;
 
  private:
+  struct InMemory {};
+  LineSource(InMemory, std::string name, std::string_view text);
   bool fill();
 
   std::string name_;

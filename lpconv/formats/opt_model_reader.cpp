@@ -7,6 +7,7 @@
 #include <charconv>
 #include <cstring>
 #include <istream>
+#include <stdexcept>
 #include <streambuf>
 #include <string>
 #include <utility>
@@ -33,6 +34,13 @@ class LineStreamBuffer : public std::streambuf {
     buffer_ += '\n';
     setg(buffer_.data(), buffer_.data(), buffer_.data() + buffer_.size());
     return traits_type::to_int_type(buffer_[0]);
+  }
+
+ public:
+  // The 1-based column of the current line where reading stands; 0 past its end.
+  long column() const {
+    const long offset = gptr() - eback();
+    return gptr() != nullptr && offset < static_cast<long>(buffer_.size()) - 1 ? offset + 1 : 0;
   }
 
  private:
@@ -134,8 +142,8 @@ class ModelRows : public RowObserver {
     }
     const bool equation = item == OptItem::equations;
     const std::size_t number = equation ? ++equations_ : ++inequalities_;
-    const std::string name = nameOf(equation ? names_.equations : names_.inequalities, number,
-                                    equation ? "E" : "I");
+    const std::string name =
+        nameOf(equation ? names_.equations : names_.inequalities, number, equation ? "E" : "I");
     if (model_.findRow(name)) throw std::runtime_error("the row name '" + name + "' is used twice");
     model_.addRow(name, entries_, Coefficient::minusInfinity(), Coefficient::infinity());
   }
@@ -174,8 +182,8 @@ class ModelRows : public RowObserver {
   std::size_t inequalities_ = 0;
 };
 
-[[noreturn]] void failAt(const LineSource& source, const std::string& message) {
-  Diagnostic d = source.diagnostic(Severity::error, 0, message);
+[[noreturn]] void failAt(const LineSource& source, const std::string& message, long column = 0) {
+  Diagnostic d = source.diagnostic(Severity::error, column, message);
   if (source.lineNumber() == 0) d.line = 0;
   throw ParseError(std::move(d));
 }
@@ -185,8 +193,8 @@ void checkNameCount(const LineSource& names, const char* kind, std::size_t named
   if (named <= present) return;
   Diagnostic d;
   d.file = names.name();
-  d.message = "names " + std::string(kind) + " " + std::to_string(named) + ", but the .opt file has " +
-              std::to_string(present);
+  d.message = "names " + std::string(kind) + " " + std::to_string(named) +
+              ", but the .opt file has " + std::to_string(present);
   throw ParseError(std::move(d));
 }
 
@@ -213,10 +221,13 @@ Model readOpt(LineSource& source, LineSource* names, DiagnosticSink&) {
       throw;
     } catch (const GeneralException& e) {
       // FailureException and ReadException: the reader's own messages.
-      failAt(source, e.what());
+      failAt(source, e.what(), buffer.column());
+    } catch (const std::invalid_argument&) {
+      // The integer parser's rejection of number text ("2/x").
+      failAt(source, "malformed number", buffer.column());
     } catch (const std::exception& e) {
-      // The integer parser's rejection of number text, and a name used twice.
-      failAt(source, e.what());
+      // A name used twice.
+      failAt(source, e.what(), buffer.column());
     }
   }
   const auto n = static_cast<std::size_t>(file.integers.getDimension());
@@ -240,7 +251,8 @@ Model readOpt(LineSource& source, LineSource* names, DiagnosticSink&) {
   if (file.objective.getRows() == 1) {
     const Vector<QQ>& objective = file.objective[1];
     for (long k = 1; k <= objective.getDimension(); ++k) {
-      if (!objective[k].isZero()) model.setObjective(static_cast<Model::Index>(k - 1), objective[k]);
+      if (!objective[k].isZero())
+        model.setObjective(static_cast<Model::Index>(k - 1), objective[k]);
     }
   }
   Model::Index i = 0;

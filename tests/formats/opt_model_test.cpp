@@ -107,7 +107,8 @@ TEST(OptModelWriter, LongZeroRunsAndAnEmptyModel) {
 
   std::ostringstream empty;
   writeOpt(Model(), empty, sink);
-  EXPECT_EQ(empty.str(), "[ -inf ]\n[\n[ ]\n]\n\n[\n]\n[ ]\n[ ]\n\n[\n]\n[ ]\n[ ]\n\n[ ]\n[ ]\n[ ]\n");
+  EXPECT_EQ(empty.str(),
+            "[ -inf ]\n[\n[ ]\n]\n\n[\n]\n[ ]\n[ ]\n\n[\n]\n[ ]\n[ ]\n\n[ ]\n[ ]\n[ ]\n");
 }
 
 TEST(OptModelWriter, RefusesALowerBoundOfPlusInfinity) {
@@ -209,8 +210,9 @@ TEST(OptModelReader, WithoutNamesNumbersTheNamesAndReadsUnstatedBounds) {
 }
 
 TEST(OptModelReader, RowsWithoutColumns) {
-  const TempFile opt("[ ]\n[\n]\n\n[\n[ ]\n]\n[ 0 ]\n[ ]\n\n[\n[ ]\n[ ]\n]\n[ -1 0 ]\n[ 1 inf ]\n\n"
-                     "[ ]\n[ ]\n[ ]\n");
+  const TempFile opt(
+      "[ ]\n[\n]\n\n[\n[ ]\n]\n[ 0 ]\n[ ]\n\n[\n[ ]\n[ ]\n]\n[ -1 0 ]\n[ 1 inf ]\n\n"
+      "[ ]\n[ ]\n[ ]\n");
   CollectingSink sink;
   LineSource source(opt.path());
   const Model m = readOpt(source, nullptr, sink);
@@ -258,7 +260,7 @@ const std::string kSmallOpt =
 INSTANTIATE_TEST_SUITE_P(
     Cases, OptModelReaderErrors,
     ::testing::Values(
-        BadInput{"BadNumber", "[ -inf ]\n[\n[ 1 x ]\n]\n", "", "@:3: error: QQ: parse error1"},
+        BadInput{"BadNumber", "[ -inf ]\n[\n[ 1 x ]\n]\n", "", "@:3:5: error: QQ: parse error1"},
         BadInput{"MissingItem", "[ -inf ]\n[\n[ 1 ]\n]\n\n", "",
                  "@:5: error: OptFile: item 4 (equation matrix) is missing"},
         BadInput{"UnknownKind", kSmallOpt, "column 1 x\nrow 1 r\n",
@@ -271,9 +273,10 @@ INSTANTIATE_TEST_SUITE_P(
                  "#:1:10: error: expected a finite number in the form 0, -1/2 or 3:1/2"},
         BadInput{"TooManyColumns", kSmallOpt, "column 2 y\n",
                  "#: error: names column 2, but the .opt file has 1"},
-        BadInput{"NameTwice", kSmallOpt.substr(0, 0) +
-                                  "[ -inf ]\n[\n[ 1 1 ]\n]\n\n[\n]\n[ ]\n[ ]\n\n[\n]\n[ ]\n[ ]\n\n"
-                                  "[ 0 0 ]\n[ 0 0 ]\n[ inf inf ]\n",
+        BadInput{"NameTwice",
+                 kSmallOpt.substr(0, 0) +
+                     "[ -inf ]\n[\n[ 1 1 ]\n]\n\n[\n]\n[ ]\n[ ]\n\n[\n]\n[ ]\n[ ]\n\n"
+                     "[ 0 0 ]\n[ 0 0 ]\n[ inf inf ]\n",
                  "column 1 C2\n", "@:18: error: the column name 'C2' is used twice"}),
     [](const auto& info) { return std::string(info.param.name); });
 

@@ -21,7 +21,7 @@
 namespace {
 
 constexpr int kUsageStatus = 2;
-constexpr char kUsage[] = "Usage: optinfo FILE.opt\n";
+constexpr char kUsage[] = "Usage: optinfo FILE\n";
 constexpr char kTryHelp[] = "Try 'optinfo --help' for more information.\n";
 constexpr char kHelp[] =
     "Prints a short summary of an .opt file written by lpconv: the objective sense, the\n"

@@ -44,17 +44,24 @@ class OptText {
     flush();
     while (count > 0) {
       const std::size_t now = std::min(count, zeros_.size() / 2);
-      os_.rdbuf()->sputn(zeros_.data(), static_cast<std::streamsize>(now * 2));
+      write(zeros_.data(), now * 2);
       count -= now;
     }
   }
   void flush() {
     if (text_.empty()) return;
-    os_.rdbuf()->sputn(text_.data(), static_cast<std::streamsize>(text_.size()));
+    write(text_.data(), text_.size());
     text_.clear();
   }
 
  private:
+  // Straight to the stream buffer; a short write marks the stream bad, as its own writes would.
+  void write(const char* data, std::size_t size) {
+    if (!os_) return;
+    const auto wanted = static_cast<std::streamsize>(size);
+    if (os_.rdbuf()->sputn(data, wanted) != wanted) os_.setstate(std::ios::badbit);
+  }
+
   static constexpr std::size_t kFlushAt = std::size_t{1} << 16;
   static constexpr std::size_t kZeroBlock = std::size_t{1} << 16;
 

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -109,6 +110,41 @@ TEST(OptModelWriter, LongZeroRunsAndAnEmptyModel) {
   writeOpt(Model(), empty, sink);
   EXPECT_EQ(empty.str(),
             "[ -inf ]\n[\n[ ]\n]\n\n[\n]\n[ ]\n[ ]\n\n[\n]\n[ ]\n[ ]\n\n[ ]\n[ ]\n[ ]\n");
+}
+
+// Takes `room` bytes, then refuses, as a full disk does.
+class FullBuffer : public std::streambuf {
+ public:
+  explicit FullBuffer(std::size_t room) : room_(room) {}
+
+ protected:
+  std::streamsize xsputn(const char*, std::streamsize n) override {
+    const auto taken = std::min<std::streamsize>(n, static_cast<std::streamsize>(room_));
+    room_ -= static_cast<std::size_t>(taken);
+    return taken;
+  }
+  int_type overflow(int_type c) override {
+    if (room_ == 0) return traits_type::eof();
+    --room_;
+    return traits_type::not_eof(c);
+  }
+
+ private:
+  std::size_t room_;
+};
+
+TEST(OptModelWriter, AShortWriteMarksTheStreamBad) {
+  Model m;
+  for (int j = 0; j < 5000; ++j) m.addColumn("c" + std::to_string(j));
+  std::vector<ModelEntry> row{{4999, Coefficient(1)}};
+  m.addRow("r", row, Coefficient(1), Coefficient(2));
+  for (const std::size_t room : {std::size_t{10}, std::size_t{9000}, std::size_t{30000}}) {
+    FullBuffer full(room);
+    std::ostream os(&full);
+    CollectingSink sink;
+    writeOpt(m, os, sink);
+    EXPECT_TRUE(os.bad()) << room;
+  }
 }
 
 TEST(OptModelWriter, RefusesALowerBoundOfPlusInfinity) {

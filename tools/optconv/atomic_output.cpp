@@ -43,6 +43,8 @@ AtomicOutput::AtomicOutput(const std::string& path) : path_(path), buffer_(kBuff
   file_->open(temporary_, std::ios::binary | std::ios::trunc);
   if (!file_->is_open()) fail(std::strerror(errno));
   stream_ = file_.get();
+  // A failed write sets errno and nothing in between clears it: finish() tells the reason.
+  errno = 0;
 }
 
 AtomicOutput::~AtomicOutput() {
@@ -50,7 +52,6 @@ AtomicOutput::~AtomicOutput() {
 }
 
 void AtomicOutput::finish() {
-  errno = 0;
   stream_->flush();
   if (file_) file_->close();
   if (!*stream_ || (file_ && file_->fail())) {

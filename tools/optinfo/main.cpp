@@ -27,7 +27,7 @@ constexpr char kHelp[] =
     "Prints a short summary of an .opt file written by lpconv: the objective sense, the\n"
     "numbers of variables, equations and inequalities, the non-zeros of each system, the kinds\n"
     "of variable bounds, the largest denominator and the longest number.\n"
-    "An LP or MPS file (.lp, .mps, either optionally .gz) is read into the exact model; its\n"
+    "An LP or MPS file (.lp, .mps) or any .gz file is read into the exact model; its\n"
     "summary also gives the magnitudes of each part, the largest numerator and how many\n"
     "values look like a rounded decimal of a simple fraction.\n"
     "\n"
@@ -82,8 +82,11 @@ int main(int argc, char** argv) {
   if (args.size() > 1) return usageError("extra operand '" + args[1] + "'");
 
   const std::string& path = args[0];
+  // .opt files are streamed as they always were; everything else, compressed .opt included, goes
+  // through the model.
   const std::optional<lpconv::Format> format = lpconv::formatOfName(path);
-  if (format == lpconv::Format::lp || format == lpconv::Format::mps) return summariseModel(path);
+  const bool compressed = path.size() > 3 && (path.ends_with(".gz") || path.ends_with(".GZ"));
+  if (format && (*format != lpconv::Format::opt || compressed)) return summariseModel(path);
   std::vector<char> buffer(1 << 20);
   std::ifstream in;
   in.rdbuf()->pubsetbuf(buffer.data(), static_cast<std::streamsize>(buffer.size()));

@@ -55,7 +55,7 @@ for try in 1 2 3; do
   rm -f "$work/model.opt"
   sync -f "$work"
   start=$(now)
-  /usr/bin/time -f "%M" -o "$work/rss" "$optconv" "$model" "$work/model.opt"
+  /usr/bin/time -f "%M %U %S" -o "$work/rss" "$optconv" "$model" "$work/model.opt"
   convert=$(least "$convert" "$(since "$start")")
 done
 input_bytes=$(stat -c %s "$model")
@@ -68,13 +68,18 @@ for try in 1 2 3; do
   cat "$model" >/dev/null
   read_floor=$(least "$read_floor" "$(since "$start")")
   start=$(now)
-  dd if=/dev/zero of="$work/floor.bytes" bs=4M iflag=count_bytes count="$output_bytes" status=none
+  /usr/bin/time -f "%U %S" -o "$work/dd.cpu" \
+    dd if=/dev/zero of="$work/floor.bytes" bs=4M iflag=count_bytes count="$output_bytes" status=none
   write_floor=$(least "$write_floor" "$(since "$start")")
   rm -f "$work/floor.bytes"
 done
 floor=$(awk -v r="$read_floor" -v w="$write_floor" 'BEGIN { printf "%.3f", r + w }')
 printf 'input %d bytes, output %d bytes, optconv peak RSS %d KiB\n' "$input_bytes" \
-  "$output_bytes" "$(cat "$work/rss")"
+  "$output_bytes" "$(awk '{ print $1 }' "$work/rss")"
+# On a loaded machine the wall times wait for a core; the processor time of the last try of each
+# tells whether the work itself stays near the floor.
+awk -v o="$(awk '{ print $2 + $3 }' "$work/rss")" -v d="$(awk '{ print $1 + $2 }' "$work/dd.cpu")" \
+  'BEGIN { printf "processor time: optconv %.2f s, dd %.2f s\n", o, d }'
 awk -v t="$convert" -v r="$read_floor" -v w="$write_floor" -v f="$floor" 'BEGIN {
   printf "optconv %.3f s; I/O floor %.3f s (read %.3f s + write %.3f s); ratio %.2f (target <= 1.5)\n",
     t, f, r, w, t / f }'

@@ -4,6 +4,7 @@
 #   input/      files copied into the scratch folder before the run (usually model.lp)
 #   args        the arguments, one per line (default: model.lp; an empty file: no argument)
 #   argv0       optional: run the program through a link of this relative path (the usage name)
+#   stdin       optional: the name of a file in input/ that the run reads as standard input
 #   file_limit  optional: a file-size limit in KiB for the run, with SIGXFSZ ignored (bash ulimit)
 #   file_limit_signal_default  the same limit with SIGXFSZ left as the caller's shell has it
 #   stdout, stderr, status    what the run must print and return (missing: empty, empty, 0)
@@ -48,8 +49,13 @@ elseif(EXISTS "${CASE_DIR}/file_limit_signal_default")
   set(command bash -c "ulimit -f ${limit} && exec \"$@\"" run ${command})
 endif()
 
+set(input_file /dev/null)
+if(EXISTS "${CASE_DIR}/stdin")
+  file(STRINGS "${CASE_DIR}/stdin" stdin_name)
+  set(input_file "${run_dir}/${stdin_name}")
+endif()
 execute_process(COMMAND ${command}
-  WORKING_DIRECTORY "${run_dir}" INPUT_FILE /dev/null
+  WORKING_DIRECTORY "${run_dir}" INPUT_FILE "${input_file}"
   OUTPUT_FILE "${WORK_DIR}/stdout" ERROR_FILE "${WORK_DIR}/stderr"
   RESULT_VARIABLE status TIMEOUT 120)
 

@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Installs the build into a temporary prefix, then builds and runs examples/library against it,
+# Installs the build into a temporary prefix, checks that the programs and their man pages are
+# there, then builds and runs examples/library against it,
 # once through find_package(lpconv) and once through pkg-config, and compares the output.
 # Usage: install_test.sh <build dir> <source dir> <C++ compiler> <extra compile/link flags>
 set -euo pipefail
@@ -9,6 +10,14 @@ trap 'rm -rf "$work"' EXIT
 example=$source/examples/library
 
 cmake --install "$build" --prefix "$work/prefix" >/dev/null
+
+echo "--- the programs and their man pages"
+for program in lpconv optinfo optconv; do
+  test -x "$work/prefix/bin/$program"
+  test -f "$(find "$work/prefix" -path "*/man1/$program.1" | head -n 1)"
+done
+"$work/prefix/bin/optconv" --version | grep -q '^optconv (lpconv) '
+"$work/prefix/bin/optinfo" --version | grep -q '^optinfo (lpconv) '
 
 echo "--- find_package(lpconv)"
 cmake -S "$example" -B "$work/cmake" -G Ninja -DCMAKE_BUILD_TYPE=Release \

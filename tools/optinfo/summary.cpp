@@ -65,12 +65,14 @@ void OptSummary::addFile(const OptFile& file) {
     const bool upper = !file.upper[i].isInf;
     ++(lower ? (upper ? twoSided : lowerOnly) : (upper ? upperOnly : freeRows));
   }
-  // An infinite bound of either sign is no bound: the converter marks an unstated lower bound
-  // with +inf.
+  // A lower bound of +inf is the converter's mark of a variable whose bounds nobody stated; any
+  // other infinite bound is no bound.
   for (long i = 1; i <= file.variableLower.getDimension(); ++i) {
     const QQ& low = file.variableLower[i];
     const QQ& up = file.variableUpper[i];
-    if (low.isInf) {
+    if (low.isInf && low.isPositive) {
+      ++unstated;
+    } else if (low.isInf) {
       ++(up.isInf ? freeVariables : upperBounded);
     } else if (up.isInf) {
       ++lowerBounded;
@@ -93,9 +95,9 @@ void OptSummary::print(std::ostream& os) const {
      << freeRows << ")\n"
      << "non-zeros:           objective " << objectiveNonZeros << ", equations " << equationNonZeros
      << ", inequalities " << inequalityNonZeros << "\n"
-     << "variable bounds:     free " << freeVariables << ", fixed " << fixed << ", lower only "
-     << lowerBounded << ", upper only " << upperBounded << ", both " << bothBounded << ", 0-1 "
-     << zeroOne << "\n"
+     << "variable bounds:     not stated " << unstated << ", free " << freeVariables << ", fixed "
+     << fixed << ", lower only " << lowerBounded << ", upper only " << upperBounded << ", both "
+     << bothBounded << ", 0-1 " << zeroOne << "\n"
      << "largest denominator: " << largestDenominator << "\n"
      << "longest number:      " << longestNumber << " characters\n";
 }

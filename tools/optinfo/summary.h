@@ -32,9 +32,9 @@ class OptSummary : public RowObserver {
   long inequalityNonZeros = 0;
   // Inequality rows by their finite sides.
   long twoSided = 0, lowerOnly = 0, upperOnly = 0, freeRows = 0;
-  // Variables by their finite bounds; the six kinds do not overlap.
-  long freeVariables = 0, fixed = 0, lowerBounded = 0, upperBounded = 0, bothBounded = 0,
-       zeroOne = 0;
+  // Variables by their finite bounds; the seven kinds do not overlap.
+  long unstated = 0, freeVariables = 0, fixed = 0, lowerBounded = 0, upperBounded = 0,
+       bothBounded = 0, zeroOne = 0;
   ZZ largestDenominator{1L};
   long longestNumber = 0;
 };

@@ -1,0 +1,556 @@
+#include "check.h"
+
+#include <algorithm>
+#include <cctype>
+#include <map>
+#include <set>
+
+#include <lpconv/containers/messages.h>
+#include <lpconv/converter/line_matchers.h>
+#include <lpconv/converter/messages.h>
+#include <lpconv/formats/exact_number.h>
+
+#include "dialect_reading.h"
+#include "standard_lp.h"
+
+namespace lpcheck {
+
+namespace {
+
+using lpconv::Diagnostic;
+using lpconv::QQ;
+using lpconv::Severity;
+
+// The dense output grows with n times the rows; beyond this many bytes it is worth a warning.
+constexpr double kHugeOutputBytes = 1e9;
+
+// A name the standard reading maps to a column: "x" and digits without a leading zero.
+long columnOf(std::string_view name) {
+  if (name.size() < 2 || name[0] != 'x' || name[1] == '0' || name.size() > 19) return 0;
+  long index = 0;
+  for (std::size_t i = 1; i < name.size(); ++i) {
+    if (name[i] < '0' || name[i] > '9') return 0;
+    index = index * 10 + (name[i] - '0');
+  }
+  return index;
+}
+
+std::string text(const QQ& value) { return lpconv::exactText(lpconv::Coefficient(value)); }
+
+bool isDecimalWithIntegerPart(std::string_view written) {
+  std::size_t i = 0;
+  while (i < written.size() && (written[i] == '+' || written[i] == '-')) ++i;
+  const std::size_t point = written.find_first_of(".eE", i);
+  if (point == std::string_view::npos) return false;
+  if (written[point] != '.') return true;  // an exponent is re-read just the same
+  for (std::size_t k = i; k < point; ++k) {
+    if (written[k] != '0') return true;
+  }
+  return written.find_first_of("eE", point) != std::string_view::npos;
+}
+
+bool isNegativeDecimal(std::string_view written) {
+  return !written.empty() && written[0] == '-' && written.find('.') != std::string_view::npos;
+}
+
+class Checker {
+ public:
+  Checker(std::string_view text, const std::string& file)
+      : text_(text), file_(file), lines_(text) {}
+
+  CheckResult run() {
+    checkBytes();
+    if (!result_.messages.empty() && text_.empty()) return finish();
+    dialect_ = readDialect(text_, lines_, file_);
+    standard_ = readStandardLp(text_);
+    checkNames();
+    checkSections();
+    checkVariableCount();
+    checkObjective();
+    checkRows();
+    checkBounds();
+    checkFailure();
+    return finish();
+  }
+
+ private:
+  void add(Severity severity, long line, long column, std::string message) {
+    Diagnostic d;
+    d.severity = severity;
+    d.file = file_;
+    d.line = line;
+    d.column = line > 0 ? column : 0;
+    d.message = std::move(message);
+    if (line > 0 && line <= lines_.count()) d.sourceLine = std::string(lines_.text(line));
+    if (!seen_.insert({line, d.column, d.message}).second) return;
+    if (severity == Severity::warning) ++result_.warnings;
+    result_.messages.push_back(std::move(d));
+  }
+  void warn(long line, long column, std::string message) {
+    add(Severity::warning, line, column, std::move(message));
+  }
+  void warn(const Place& at, std::string message) { warn(at.line, at.column, std::move(message)); }
+
+  CheckResult finish() {
+    std::stable_sort(result_.messages.begin(), result_.messages.end(),
+                     [](const Diagnostic& a, const Diagnostic& b) {
+                       return a.line != b.line ? a.line < b.line : a.column < b.column;
+                     });
+    return std::move(result_);
+  }
+
+  // Bytes lpconv reads otherwise than a text editor shows them.
+  void checkBytes() {
+    if (text_.empty()) {
+      warn(0, 0, "the file is empty: lpconv writes an empty model and exits 0");
+      return;
+    }
+    if (text_.find('\0') != std::string_view::npos) {
+      warn(0, 0, "the file is binary (it holds NUL bytes), not an LP text");
+    }
+    if (text_.substr(0, 3) == "\xEF\xBB\xBF") {
+      warn(1, 1,
+           "byte-order mark: lpconv reads its three bytes as part of the first line; save the "
+           "file without a byte-order mark");
+    }
+    for (std::size_t i = text_.find('\r'); i != std::string_view::npos; i = text_.find('\r', i + 1)) {
+      if (i + 1 < text_.size() && text_[i + 1] != '\n') {
+        const long line = lines_.lineOf(i);
+        warn(line, static_cast<long>(i - lines_.startOf(line)) + 1,
+             "carriage return without a line feed: lpconv does not end a line here, so the lines "
+             "around it are one line to it; end lines with a line feed");
+        break;
+      }
+    }
+  }
+
+  // Every variable name the standard reading found that is not x1..xn.
+  void checkNames() {
+    for (const auto& [name, at] : standard_.firstMention) {
+      const long column = columnOf(name);
+      if (column > 0) {
+        maxColumn_ = std::max(maxColumn_, column);
+        continue;
+      }
+      if (name.size() > 1 && name[0] == 'X' && columnOf("x" + name.substr(1)) > 0) {
+        warn(at, "upper-case \"" + name +
+                     "\": lpconv counts it for the number of variables but never reads it as a "
+                     "variable, so its coefficients and bounds are lost; write x" + name.substr(1));
+      } else if (lpconv::startsSection(name)) {
+        // Reported where the word ends a section.
+        nonColumn_.insert(name);
+      } else {
+        warn(at, "the name \"" + name +
+                     "\" is not x<digits>: lpconv reads only x1..xn as variables; rename the "
+                     "variables x1, x2, ...");
+      }
+      nonColumn_.insert(name);
+    }
+  }
+
+  bool standardSectionAt(long line) const {
+    return std::any_of(standard_.sections.begin(), standard_.sections.end(),
+                       [line](const SectionMark& s) { return s.at.line == line; });
+  }
+
+  void checkSections() {
+    if (standard_.error) {
+      const auto& [at, message] = *standard_.error;
+      warn(at, "a standard LP reader stops here (" + message +
+                   "), so the file states no model lpconv could mean");
+    }
+    bool binarySeen = false;
+    int boundsSections = 0;
+    for (const SectionMark& mark : standard_.sections) {
+      if (mark.word == "binary") binarySeen = true;
+      if (mark.word == "general" && binarySeen) {
+        warn(mark.at, "a General section after Binary is not read by lpconv; write General before Binary");
+      }
+      if (mark.word == "bounds" && ++boundsSections > 1) {
+        warn(mark.at, "a second Bounds section is not read by lpconv; write every bound in one Bounds section");
+      }
+    }
+    if (dialect_.subjectToLine == 0) return;
+    // A section word inside a name or label ends the constraint block (or a section) for lpconv.
+    for (long line = dialect_.subjectToLine + 1; line <= lines_.count(); ++line) {
+      const std::string_view lineText = lines_.text(line);
+      if (!lpconv::startsSection(lineText) || standardSectionAt(line)) continue;
+      std::string folded(lineText);
+      for (char& c : folded) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+      std::size_t column = std::string::npos;
+      std::string word;
+      for (const auto& section : lpconv::kSectionWords) {
+        const std::size_t found = folded.find(section.word);
+        if (found < column) {
+          column = found;
+          word = std::string(section.word);
+        }
+      }
+      warn(line, static_cast<long>(column) + 1,
+           "\"" + word + "\" in a name or label: lpconv takes this line for a section line, which "
+           "ends the constraint block or section before it; rename it so that \"bin\", \"gen\" and "
+           "\"bound\" appear in no name or label");
+      break;
+    }
+    // In the Bounds section a line with ">=" or "=" and no "<=" ends the section for lpconv.
+    for (std::size_t s = 0; s < standard_.sections.size(); ++s) {
+      if (standard_.sections[s].word != "bounds") continue;
+      const long first = standard_.sections[s].at.line + 1;
+      const long last = s + 1 < standard_.sections.size() ? standard_.sections[s + 1].at.line - 1
+                                                          : lines_.count();
+      for (long line = first; line <= last; ++line) {
+        const std::string_view lineText = lines_.text(line);
+        if (lineText.find("<=") != std::string_view::npos ||
+            lpconv::containsIgnoringCase(lineText, "free"))
+          continue;
+        const std::size_t sign = lineText.find_first_of(">=");
+        if (sign == std::string_view::npos) continue;
+        warn(line, static_cast<long>(sign) + 1,
+             "a bound line with \">=\" or \"=\" silently ends lpconv's Bounds section: the bound "
+             "lines after it are not read; write every bound as \"l <= x <= u\"");
+        break;
+      }
+      break;
+    }
+  }
+
+  void checkVariableCount() {
+    const long n = dialect_.variables;
+    if (dialect_.variablesLine > 0 && dialect_.variablesDigits.size() >= 10) {
+      const double raw = std::stod(dialect_.variablesDigits);
+      if (raw > 2147483647.0) {
+        add(Severity::note, dialect_.variablesLine, 1,
+            "the index " + dialect_.variablesDigits + " is past 2^31: lpconv cuts it to 32 bits, n = " +
+                std::to_string(n));
+      }
+    }
+    if (n > 0 && dialect_.variablesLine > 0) {
+      const double rows = 3.0 + static_cast<double>(dialect_.rows.size());
+      const double bytes = rows * 2.0 * static_cast<double>(n);
+      if (bytes > kHugeOutputBytes) {
+        warn(dialect_.variablesLine, 1,
+             "this index makes n = " + std::to_string(n) + ": lpconv writes every row densely, about " +
+                 std::to_string(static_cast<long long>(bytes / 1e6)) +
+                 " MB of output for this file; number the variables from x1 without gaps");
+      }
+    }
+    if (n > maxColumn_ && dialect_.variablesLine > 0) {
+      warn(dialect_.variablesLine, 1,
+           "lpconv takes n = " + std::to_string(n) + " from the first x<digits> of this line, but "
+           "the file's variables end at x" + std::to_string(maxColumn_) +
+           ": the output has columns the file does not state");
+    } else if (n < maxColumn_) {
+      const auto at = standard_.firstMention.find("x" + std::to_string(maxColumn_));
+      if (at != standard_.firstMention.end()) {
+        warn(at->second, "x" + std::to_string(maxColumn_) +
+                             " is never the first variable of a line: lpconv takes n = " +
+                             std::to_string(n) + " and fails with \"" +
+                             lpconv::messages::kArrayIndexOutOfRange +
+                             "\"; write the highest variable first on some line");
+      }
+    }
+  }
+
+  // The reason a term reads otherwise, when its text shows one.
+  std::string termTrap(const std::vector<Term>& terms, const Term& term, bool labelled) {
+    const long count = std::count_if(terms.begin(), terms.end(),
+                                     [&](const Term& t) { return t.name == term.name; });
+    if (count > 1) {
+      return term.name + " is named twice: lpconv keeps the last coefficient where a standard "
+                         "reader adds them; name each variable once per row";
+    }
+    if (labelled && term.first) {
+      return "the row label is read as part of the expression, changing the first term and the "
+             "right-hand side; lpconv has no row names: remove the label";
+    }
+    if (term.first && term.written.empty()) {
+      return "a leading variable without a number gets the coefficient 0; write 1 " + term.name;
+    }
+    if (isNegativeDecimal(term.written)) {
+      return "a negative decimal loses its sign (lpconv reads \"-0.5\" as +1/2); scale the row to "
+             "integers";
+    }
+    if (isDecimalWithIntegerPart(term.written)) {
+      return "lpconv reads a decimal only from its point on (\"2.5\" as 1/2, \"1e3\" as 1); use "
+             "integers or decimals below 1";
+    }
+    return "";
+  }
+
+  // Compares one expression: the dialect's row against the standard terms.
+  void compareTerms(const lpconv::SparseRow& dialectRow, const std::vector<Term>& terms,
+                    bool labelled, const Place& rowAt, const char* what) {
+    std::map<long, QQ> dialect;
+    for (const auto& e : dialectRow.entries()) dialect[e.index] = e.value.toQQ();
+    std::map<long, QQ> standard;
+    std::map<long, const Term*> lastTerm;
+    for (const Term& term : terms) {
+      const long column = columnOf(term.name);
+      if (column == 0) continue;
+      auto [it, fresh] = standard.emplace(column, term.value);
+      if (!fresh) it->second = it->second + term.value;
+      lastTerm[column] = &term;
+    }
+    std::set<long> columns;
+    for (const auto& [c, v] : dialect) columns.insert(c);
+    for (const auto& [c, v] : standard) columns.insert(c);
+    for (const long c : columns) {
+      const QQ d = dialect.count(c) ? dialect[c] : QQ(0L);
+      const QQ s = standard.count(c) ? standard[c] : QQ(0L);
+      if (d == s) continue;
+      const std::string reads = "lpconv reads the " + std::string(what) + " coefficient of x" +
+                                std::to_string(c) + " as " + text(d) + " where the file states " +
+                                text(s);
+      const auto term = lastTerm.find(c);
+      if (term == lastTerm.end()) {
+        warn(labelled ? rowAt : rowAt, reads + (labelled ? ": the row label is read as part of "
+                                                           "the expression; remove the label"
+                                                         : ""));
+        continue;
+      }
+      std::string trap = termTrap(terms, *term->second, labelled);
+      warn(labelled && term->second->first ? rowAt : term->second->at,
+           trap.empty() ? reads : reads + ": " + trap);
+    }
+  }
+
+  void checkObjective() {
+    const Objective& s = standard_.objective;
+    const lpconv::Objective& d = dialect_.objective;
+    if (!s.present) {
+      if (d.present) warn(1, 1, "lpconv finds an objective header where the file states none");
+      return;
+    }
+    if (!d.present) {
+      warn(s.senseAt, "lpconv finds no objective: its header needs \"Minimize\" or \"Maximize\" "
+                      "(with that capital) and a label with \":\" (\"obj:\") after it");
+      return;
+    }
+    if (d.minimise != s.minimise) {
+      warn(s.senseAt, std::string("lpconv reads the sense as ") +
+                          (d.minimise ? "minimise" : "maximise") +
+                          ": it minimises whenever \"min\" and a \":\" after it appear before "
+                          "Subject To");
+    }
+    compareTerms(d.row, s.terms, false, s.at, "objective");
+    QQ constant(0L);
+    for (const auto& [value, at] : s.constants) constant = constant + value;
+    if (!constant.isZero()) {
+      warn(s.constants.front().second,
+           "lpconv drops the objective constant " + text(constant) + "; leave it out or carry it yourself");
+    }
+  }
+
+  void checkRows() {
+    std::map<long, const Row*> standardAt;
+    for (const Row& row : standard_.rows) {
+      standardAt.emplace(row.at.line, &row);
+      if (row.lastLine > row.at.line) {
+        warn(row.at.line + 1, 1,
+             "a row split over lines: lpconv reads each line of the constraint block on its own; "
+             "write every row on one line");
+      }
+    }
+    for (const DialectRow& d : dialect_.rows) {
+      const auto found = standardAt.find(d.line);
+      if (found == standardAt.end()) {
+        warn(d.line, 1, "lpconv reads a row here that the file does not state as one");
+        continue;
+      }
+      const Row& s = *found->second;
+      const bool labelled = !s.label.empty();
+      const char sense = d.group;
+      if (sense != s.sense) {
+        warn(s.relationAt, std::string("lpconv files this row as a \"") +
+                               (sense == '=' ? "=" : sense == '<' ? "<=" : ">=") +
+                               "\" row; write the relation as \"<=\", \">=\" or \"=\"");
+      }
+      compareTerms(d.coefficients, s.terms, labelled, s.at, "row's");
+      QQ rhs = s.rhs;
+      for (const auto& [value, at] : s.leftConstants) rhs = rhs - value;
+      const QQ dialectRhs = d.rhs.toQQ();
+      if (dialectRhs == rhs) continue;
+      const std::string reads = "lpconv reads the right-hand side as " + text(dialectRhs) +
+                                " where the file states " + text(rhs);
+      if (labelled) {
+        warn(s.at, reads + ": the row label is read as part of the expression; remove the label");
+      } else if (s.sense == '<' && !s.leftConstants.empty()) {
+        warn(s.leftConstants.front().second,
+             reads + ": a \"<=\" row keeps the sign of a constant on its left side; move the "
+                     "constant to the right side yourself");
+      } else if (isDecimalWithIntegerPart(s.rhsWritten) || isNegativeDecimal(s.rhsWritten)) {
+        warn(s.rhsAt, reads + ": lpconv reads a decimal only from its point on; use integers");
+      } else {
+        warn(s.at, reads);
+      }
+    }
+  }
+
+  void checkBounds() {
+    long unstated = 0;
+    long firstUnstated = 0;
+    long integers = 0;
+    for (long j = 1; j <= std::max(maxColumn_, 0L); ++j) {
+      const std::string name = "x" + std::to_string(j);
+      const auto mention = standard_.firstMention.find(name);
+      if (mention == standard_.firstMention.end()) continue;
+      Bound s;
+      const auto stated = standard_.bounds.find(name);
+      if (stated != standard_.bounds.end()) s = stated->second;
+      const bool binary = standard_.binaries.count(name) > 0;
+      if (binary) {
+        s.lower = QQ(0L);
+        s.upper = QQ(1L);
+      }
+      if (standard_.integers.count(name) > 0 && integers++ == 0) {
+        warn(standard_.integers.at(name),
+             "lpconv's output marks no variable integer: " + name +
+                 " and every other General or Binary variable are continuous in it");
+      }
+      if (j > dialect_.variables) continue;
+      const auto& d = dialect_.bounds.at(j);
+      if (d.lower.isInf && d.lower.isPositive) {
+        if (s.lower == QQ(0L) && s.upper.isInf && s.upper.isPositive) {
+          if (unstated++ == 0) firstUnstated = j;
+          continue;
+        }
+      } else if (d.lower == s.lower && d.upper == s.upper) {
+        continue;
+      }
+      const Place at = s.stated ? s.at : mention->second;
+      std::string reads = "lpconv reads the bounds of " + name + " as " +
+                          (d.lower.isInf && d.lower.isPositive ? "none stated" : text(d.lower)) +
+                          " .. " + text(d.upper) + " where the file states " + text(s.lower) +
+                          " .. " + text(s.upper);
+      if (s.stated) {
+        const std::string_view line = lines_.text(at.line);
+        const std::size_t x = line.find('x');
+        const std::size_t eq = line.find('=');
+        if (x != std::string_view::npos && eq != std::string_view::npos && x < eq &&
+            line.find("<=") != std::string_view::npos) {
+          reads += ": a bound line without a lower value takes the lower value of the last "
+                   "bound line that had one; write \"0 <= " + name + " <= ...\"";
+        }
+      } else if (standard_.integers.count(name) > 0 && !binary) {
+        reads += ": lpconv's General section frees a variable without a bound line; state its "
+                 "bounds";
+      }
+      warn(at, reads);
+    }
+    if (unstated > 0) {
+      const std::string name = "x" + std::to_string(firstUnstated);
+      add(Severity::note, standard_.firstMention.at(name).line, standard_.firstMention.at(name).column,
+          std::to_string(unstated) + (unstated == 1 ? " variable has" : " variables have") +
+              " no bound line (" + name + " is the first): lpconv writes the lower bound +inf, "
+              "\"no bound stated\", which means 0 .. +inf as a standard reader takes it");
+    }
+  }
+
+  void checkFailure() {
+    if (!dialect_.failure) return;
+    const DialectFailure& f = *dialect_.failure;
+    result_.lpconvFails = true;
+    result_.failure = f.message;
+    std::string why;
+    long line = f.line;
+    long column = 1;
+    if (f.aborts) {
+      why = "a coefficient that reads as NaN (\"nan\", or a label beginning with \"nan\") aborts "
+            "lpconv";
+    } else if (f.message == lpconv::messages::fileIncomplete(file_)) {
+      const std::string_view lineText = line > 0 ? lines_.text(line) : std::string_view();
+      if (lpconv::containsIgnoringCase(lineText, "end")) {
+        why = "End in the constraint block: every non-empty line there needs a relation sign; "
+              "put a Bounds, General or Binary section before End, or leave End out";
+      } else {
+        why = "every non-empty line of the constraint block needs \"<=\", \">=\" or \"=\" (no "
+              "comments, no rows split over lines)";
+      }
+    } else if (f.message == lpconv::messages::kUnbalanced) {
+      why = "the balance rule: every \"<=\" row needs a \">=\" row; " + leftOver(line);
+    } else if (f.message == lpconv::messages::kArrayIndexOutOfRange) {
+      why = "a variable index outside 1..n (n = " + std::to_string(dialect_.variables) +
+            "): x0, a highest variable never first on a line, or a row with two relation signs";
+    } else if (f.message == lpconv::messages::kObjectiveRelationSign) {
+      why = "a relation sign before Subject To: \"Subject To\" is missing or misspelt";
+    } else if (f.message == lpconv::messages::kNoRelationSign) {
+      why = "a constraint line that begins with its relation sign";
+    } else if (f.message == lpconv::messages::kDigitScanFailed) {
+      why = "a bound line that ends after its sign (\"x1 <=\"); write the value";
+    } else if (f.message.find("INF - INF") != std::string::npos) {
+      why = "a coefficient beyond the double range on both sides of the row, at one variable";
+    } else {
+      why = "see the manual page of lpconv";
+    }
+    if (line == 0) column = 0;
+    warn(line, column, "lpconv fails here: \"" + f.message + "\": " + why);
+  }
+
+  // The rows the balance rule leaves over; `line` receives the first of them.
+  std::string leftOver(long& line) {
+    std::map<std::string, std::vector<long>> lessEqual;
+    auto key = [](const lpconv::SparseRow& row) {
+      std::string k;
+      for (const auto& e : row.entries()) {
+        k += std::to_string(e.index) + ":";
+        lpconv::appendText(k, e.value);
+        k += " ";
+      }
+      return k;
+    };
+    for (const DialectRow& d : dialect_.rows) {
+      if (d.group == '<') lessEqual[key(d.coefficients)].push_back(d.line);
+    }
+    std::vector<long> left;
+    for (const DialectRow& d : dialect_.rows) {
+      if (d.group != '>') continue;
+      auto& twins = lessEqual[key(d.coefficients)];
+      if (twins.empty()) {
+        left.push_back(d.line);
+      } else {
+        twins.erase(twins.begin());
+      }
+    }
+    for (const auto& [k, lines] : lessEqual) left.insert(left.end(), lines.begin(), lines.end());
+    std::sort(left.begin(), left.end());
+    std::string list;
+    for (std::size_t i = 0; i < left.size() && i < 10; ++i) {
+      list += (i ? ", " : "") + std::to_string(left[i]);
+    }
+    if (left.size() > 10) list += ", ...";
+    line = left.empty() ? dialect_.subjectToLine : left.front();
+    return std::to_string(dialect_.counts.lessEqual) + " \"<=\" and " +
+           std::to_string(dialect_.counts.greaterEqual) + " \">=\" rows; the rows without a twin "
+           "are on lines " + list + "; write a one-sided row as a pair, or negate it";
+  }
+
+  std::string_view text_;
+  std::string file_;
+  LineIndex lines_;
+  DialectReading dialect_;
+  StandardReading standard_;
+  long maxColumn_ = 0;
+  std::set<std::string> nonColumn_;
+  std::set<std::tuple<long, long, std::string>> seen_;
+  CheckResult result_;
+};
+
+}  // namespace
+
+std::string CheckResult::summary(const std::string& file) const {
+  if (lpconvFails) {
+    return file + ": lpconv fails on this file (\"" + failure + "\"); " +
+           std::to_string(warnings) + (warnings == 1 ? " warning" : " warnings");
+  }
+  if (warnings > 0) {
+    return file + ": " + std::to_string(warnings) + (warnings == 1 ? " warning" : " warnings") +
+           ": lpconv's output does not mean the model the file states";
+  }
+  return file + ": no differences: lpconv's output means the model the file states";
+}
+
+CheckResult checkFile(std::string_view text, const std::string& file) {
+  return Checker(text, file).run();
+}
+
+}  // namespace lpcheck

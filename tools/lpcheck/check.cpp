@@ -26,7 +26,7 @@ constexpr double kHugeOutputBytes = 1e9;
 
 // A name the standard reading maps to a column: "x" and digits without a leading zero.
 long columnOf(std::string_view name) {
-  if (name.size() < 2 || name[0] != 'x' || name[1] == '0' || name.size() > 19) return 0;
+  if (name.size() < 2 || name[0] != 'x' || name[1] == '0' || name.size() > 19) return 0;  // 18 digits fit
   long index = 0;
   for (std::size_t i = 1; i < name.size(); ++i) {
     if (name[i] < '0' || name[i] > '9') return 0;
@@ -242,11 +242,15 @@ class Checker {
     } else if (n < maxColumn_) {
       const auto at = standard_.firstMention.find("x" + std::to_string(maxColumn_));
       if (at != standard_.firstMention.end()) {
+        const bool cut = maxColumn_ > 2147483647L;
         warn(at->second, "x" + std::to_string(maxColumn_) +
-                             " is never the first variable of a line: lpconv takes n = " +
+                             (cut ? " is past 2^31 and lpconv cuts indices to 32 bits when it "
+                                    "counts the variables: it takes n = "
+                                  : " is never the first variable of a line: lpconv takes n = ") +
                              std::to_string(n) + " and fails with \"" +
                              lpconv::messages::kArrayIndexOutOfRange +
-                             "\"; write the highest variable first on some line");
+                             "\"; " + (cut ? std::string("number the variables from x1 without gaps")
+                                              : std::string("write the highest variable first on some line")));
       }
     }
   }
@@ -390,10 +394,14 @@ class Checker {
     long unstated = 0;
     long firstUnstated = 0;
     long integers = 0;
-    for (long j = 1; j <= std::max(maxColumn_, 0L); ++j) {
-      const std::string name = "x" + std::to_string(j);
-      const auto mention = standard_.firstMention.find(name);
-      if (mention == standard_.firstMention.end()) continue;
+    // Only the variables the file names: an index far beyond the others costs nothing here.
+    std::map<long, const std::pair<const std::string, Place>*> named;
+    for (const auto& mentioned : standard_.firstMention) {
+      const long column = columnOf(mentioned.first);
+      if (column > 0) named.emplace(column, &mentioned);
+    }
+    for (const auto& [j, mention] : named) {
+      const std::string& name = mention->first;
       Bound s;
       const auto stated = standard_.bounds.find(name);
       if (stated != standard_.bounds.end()) s = stated->second;

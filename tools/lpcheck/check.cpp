@@ -63,6 +63,20 @@ class Checker {
     if (!result_.messages.empty() && text_.empty()) return finish();
     dialect_ = readDialect(text_, lines_, file_);
     standard_ = readStandardLp(text_);
+    if (carriageReturnLines_) {
+      // lpconv reads another file than the one a standard reader sees: its lines are not
+      // the file's lines, so only its failure can be shown.
+      checkFailure();
+      return finish();
+    }
+    if (standard_.error) {
+      // Nothing to compare with: lpconv's reading is shown beside the standard reader's error.
+      const auto& [at, message] = *standard_.error;
+      warn(at, "a standard LP reader stops here (" + message +
+                   "), so the file states no model lpconv could mean");
+      checkFailure();
+      return finish();
+    }
     checkNames();
     checkSections();
     checkVariableCount();
@@ -116,6 +130,7 @@ class Checker {
     for (std::size_t i = text_.find('\r'); i != std::string_view::npos; i = text_.find('\r', i + 1)) {
       if (i + 1 < text_.size() && text_[i + 1] != '\n') {
         const long line = lines_.lineOf(i);
+        carriageReturnLines_ = true;
         warn(line, static_cast<long>(i - lines_.startOf(line)) + 1,
              "carriage return without a line feed: lpconv does not end a line here, so the lines "
              "around it are one line to it; end lines with a line feed");
@@ -154,11 +169,6 @@ class Checker {
   }
 
   void checkSections() {
-    if (standard_.error) {
-      const auto& [at, message] = *standard_.error;
-      warn(at, "a standard LP reader stops here (" + message +
-                   "), so the file states no model lpconv could mean");
-    }
     bool binarySeen = false;
     int boundsSections = 0;
     for (const SectionMark& mark : standard_.sections) {
@@ -312,7 +322,9 @@ class Checker {
                                                          : ""));
         continue;
       }
-      std::string trap = termTrap(terms, *term->second, labelled);
+      std::string trap = d.isInf ? "a number beyond the double range (over about 309 digits) "
+                                   "reads as infinity; scale the row"
+                                 : termTrap(terms, *term->second, labelled);
       warn(labelled && term->second->first ? rowAt : term->second->at,
            trap.empty() ? reads : reads + ": " + trap);
     }
@@ -321,6 +333,7 @@ class Checker {
   void checkObjective() {
     const Objective& s = standard_.objective;
     const lpconv::Objective& d = dialect_.objective;
+    if (dialect_.objectiveFailed) return;  // the failure is reported at its line
     if (!s.present) {
       if (d.present) warn(1, 1, "lpconv finds an objective header where the file states none");
       return;
@@ -345,6 +358,13 @@ class Checker {
     }
   }
 
+  static const Term* nameNotColumn(const std::vector<Term>& terms) {
+    for (const Term& term : terms) {
+      if (columnOf(term.name) == 0) return &term;
+    }
+    return nullptr;
+  }
+
   void checkRows() {
     std::map<long, const Row*> standardAt;
     for (const Row& row : standard_.rows) {
@@ -353,6 +373,16 @@ class Checker {
         warn(row.at.line + 1, 1,
              "a row split over lines: lpconv reads each line of the constraint block on its own; "
              "write every row on one line");
+      }
+    }
+    std::set<long> dialectLines;
+    for (const DialectRow& d : dialect_.rows) dialectLines.insert(d.line);
+    if (!dialect_.failure) {
+      for (const Row& row : standard_.rows) {
+        if (dialectLines.count(row.at.line) == 0) {
+          warn(row.at, "lpconv does not read this row as a constraint: its constraint block ends "
+                       "before it");
+        }
       }
     }
     for (const DialectRow& d : dialect_.rows) {
@@ -384,6 +414,9 @@ class Checker {
                      "constant to the right side yourself");
       } else if (isDecimalWithIntegerPart(s.rhsWritten) || isNegativeDecimal(s.rhsWritten)) {
         warn(s.rhsAt, reads + ": lpconv reads a decimal only from its point on; use integers");
+      } else if (const Term* odd = nameNotColumn(s.terms)) {
+        warn(odd->nameAt, reads + ": \"" + odd->name + "\" is not a variable to lpconv, and its "
+                          "text is read as a number; name the variables x1, x2, ...");
       } else {
         warn(s.at, reads);
       }
@@ -529,7 +562,7 @@ class Checker {
     line = left.empty() ? dialect_.subjectToLine : left.front();
     return std::to_string(dialect_.counts.lessEqual) + " \"<=\" and " +
            std::to_string(dialect_.counts.greaterEqual) + " \">=\" rows; the rows without a twin "
-           "are on lines " + list + "; write a one-sided row as a pair, or negate it";
+           "are on lines " + (list.empty() ? std::string("(none)") : list) + "; write a one-sided row as a pair, or negate it";
   }
 
   std::string_view text_;
@@ -538,6 +571,7 @@ class Checker {
   DialectReading dialect_;
   StandardReading standard_;
   long maxColumn_ = 0;
+  bool carriageReturnLines_ = false;
   std::set<std::string> nonColumn_;
   std::set<std::tuple<long, long, std::string>> seen_;
   CheckResult result_;

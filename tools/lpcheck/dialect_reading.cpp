@@ -105,8 +105,7 @@ DialectReading readDialect(std::string_view text, const LineIndex& index,
   // The rows are read line by line below whatever the counting said, so that every row can be
   // compared even when lpconv stops in the counting.
   if (out.failure) {
-    // countRows failed after finding the block; find it again, without the counts the failed run
-    // would have given.
+    // countRows failed; find the block and its counts again, as far as the counting reads them.
     lpconv::Lines lines(text);
     std::string_view line;
     std::size_t begin = text.size();
@@ -123,6 +122,13 @@ DialectReading readDialect(std::string_view text, const LineIndex& index,
         end = start;
         block.sectionLine = line;
         break;
+      }
+      if (line.find("<=") != std::string_view::npos) {
+        ++block.counts.lessEqual;
+      } else if (line.find(">=") != std::string_view::npos) {
+        ++block.counts.greaterEqual;
+      } else if (line.find('=') != std::string_view::npos) {
+        ++block.counts.equations;
       }
     }
     block.rows = begin < text.size() ? text.substr(begin, end - begin) : std::string_view();
@@ -152,6 +158,7 @@ DialectReading readDialect(std::string_view text, const LineIndex& index,
   const std::string_view objectiveLines = text.substr(0, block.subjectTo);
   const auto objectiveFailure = attempt(
       [&] { out.objective = lpconv::readObjectiveLines(objectiveLines, out.variables); });
+  out.objectiveFailed = objectiveFailure.has_value();
   if (objectiveFailure && !out.failure) {
     out.failure = objectiveFailure;
     out.failure->line = failingLine(objectiveLines, 1, [&](std::string_view p) {

@@ -52,6 +52,7 @@ struct DialectReading {
   lpconv::RowCounts counts;
   lpconv::VariableBounds bounds;
   lpconv::Objective objective;
+  bool objectiveFailed = false;  // the objective pass failed: `objective` holds nothing
   std::vector<DialectRow> rows;   // every constraint line, in input order
   std::optional<DialectFailure> failure;
 };

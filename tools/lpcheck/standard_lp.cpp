@@ -296,6 +296,9 @@ class Parser {
     row.relationAt = peek().at;
     row.sense = senseOf(take().text);
     row.rhs = value(row.rhsAt, &row.rhsWritten);
+    if (peek().kind == Kind::name && !peek().firstOnLine) {
+      fail(peek().at, "a variable on the right-hand side");
+    }
     row.lastLine = tokens_[next_ - 1].at.line;
     return row;
   }
@@ -354,6 +357,10 @@ class Parser {
 
 }  // namespace
 
-StandardReading readStandardLp(std::string_view text) { return Parser(text).read(); }
+StandardReading readStandardLp(std::string_view text) {
+  // A byte-order mark is no part of the text; its column offset is lost, not its lines.
+  if (text.substr(0, 3) == "\xEF\xBB\xBF") text.remove_prefix(3);
+  return Parser(text).read();
+}
 
 }  // namespace lpcheck

@@ -111,8 +111,8 @@ int fromLp(const char* path) {
   const auto sum = [](const std::vector<lpcheck::Term>& terms) {
     std::map<long, QQ> row;
     for (const auto& t : terms) {
-      auto [it, fresh] = row.emplace(columnOf(t.name), t.value);
-      if (!fresh) it->second = it->second + t.value;
+      auto [it, fresh] = row.emplace(columnOf(t.name), t.value.toQQ());
+      if (!fresh) it->second = it->second + t.value.toQQ();
     }
     return row;
   };
@@ -121,8 +121,8 @@ int fromLp(const char* path) {
     if (!row.empty()) c.objective = (r.objective.minimise ? "min" : "max") + row;
   }
   for (const auto& row : r.rows) {
-    QQ rhs = row.rhs;
-    for (const auto& [value, at] : row.leftConstants) rhs = rhs - value;
+    QQ rhs = row.rhs.toQQ();
+    for (const auto& [value, at] : row.leftConstants) rhs = rhs - value.toQQ();
     c.halves.push_back(std::string(1, row.sense) + " " + text(rhs) + " |" + rowText(sum(row.terms)));
   }
   for (long j = 1; j <= c.columns; ++j) {

@@ -4,6 +4,8 @@
 #include <cctype>
 #include <map>
 #include <set>
+#include <unordered_map>
+#include <unordered_set>
 
 #include <lpconv/containers/messages.h>
 #include <lpconv/converter/line_matchers.h>
@@ -36,6 +38,9 @@ long columnOf(std::string_view name) {
 }
 
 std::string text(const QQ& value) { return lpconv::exactText(lpconv::Coefficient(value)); }
+std::string text(const lpconv::Coefficient& value) { return lpconv::exactText(value); }
+
+bool isInfinite(const lpconv::Coefficient& c) { return !c.isInline() && c.big().isInf; }
 
 bool isDecimalWithIntegerPart(std::string_view written) {
   std::size_t i = 0;
@@ -62,7 +67,8 @@ class Checker {
     checkBytes();
     if (!result_.messages.empty() && text_.empty()) return finish();
     dialect_ = readDialect(text_, lines_, file_);
-    standard_ = readStandardLp(text_);
+    for (std::size_t i = 0; i < dialect_.rows.size(); ++i) dialectRowAt_[dialect_.rows[i].line] = i;
+    standard_ = readStandardLp(text_, [this](const Row& row) { checkRow(row); });
     if (carriageReturnLines_) {
       // lpconv reads another file than the one a standard reader sees: its lines are not
       // the file's lines, so only its failure can be shown.
@@ -81,7 +87,7 @@ class Checker {
     checkSections();
     checkVariableCount();
     checkObjective();
-    checkRows();
+    checkUnreadRows();
     checkBounds();
     checkFailure();
     return finish();
@@ -294,24 +300,27 @@ class Checker {
   // Compares one expression: the dialect's row against the standard terms.
   void compareTerms(const lpconv::SparseRow& dialectRow, const std::vector<Term>& terms,
                     bool labelled, const Place& rowAt, const char* what) {
-    std::map<long, QQ> dialect;
-    for (const auto& e : dialectRow.entries()) dialect[e.index] = e.value.toQQ();
-    std::map<long, QQ> standard;
+    using lpconv::Coefficient;
+    std::map<long, Coefficient> dialect;
+    for (const auto& e : dialectRow.entries()) dialect[e.index] = e.value;
+    std::map<long, Coefficient> standard;
     std::map<long, const Term*> lastTerm;
     for (const Term& term : terms) {
       const long column = columnOf(term.name);
       if (column == 0) continue;
       auto [it, fresh] = standard.emplace(column, term.value);
-      if (!fresh) it->second = it->second + term.value;
+      if (!fresh) it->second = lpconv::add(it->second, term.value);
       lastTerm[column] = &term;
     }
     std::set<long> columns;
     for (const auto& [c, v] : dialect) columns.insert(c);
     for (const auto& [c, v] : standard) columns.insert(c);
     for (const long c : columns) {
-      const QQ d = dialect.count(c) ? dialect[c] : QQ(0L);
-      const QQ s = standard.count(c) ? standard[c] : QQ(0L);
-      if (d == s) continue;
+      const auto inDialect = dialect.find(c);
+      const auto inStandard = standard.find(c);
+      const Coefficient d = inDialect == dialect.end() ? Coefficient() : inDialect->second;
+      const Coefficient s = inStandard == standard.end() ? Coefficient() : inStandard->second;
+      if (lpconv::identical(d, s)) continue;
       const std::string reads = "lpconv reads the " + std::string(what) + " coefficient of x" +
                                 std::to_string(c) + " as " + text(d) + " where the file states " +
                                 text(s);
@@ -322,7 +331,7 @@ class Checker {
                                                          : ""));
         continue;
       }
-      std::string trap = d.isInf ? "a number beyond the double range (over about 309 digits) "
+      std::string trap = isInfinite(d) ? "a number beyond the double range (over about 309 digits) "
                                    "reads as infinity; scale the row"
                                  : termTrap(terms, *term->second, labelled);
       warn(labelled && term->second->first ? rowAt : term->second->at,
@@ -350,8 +359,8 @@ class Checker {
                           "Subject To");
     }
     compareTerms(d.row, s.terms, false, s.at, "objective");
-    QQ constant(0L);
-    for (const auto& [value, at] : s.constants) constant = constant + value;
+    lpconv::Coefficient constant;
+    for (const auto& [value, at] : s.constants) constant = lpconv::add(constant, value);
     if (!constant.isZero()) {
       warn(s.constants.front().second,
            "lpconv drops the objective constant " + text(constant) + "; leave it out or carry it yourself");
@@ -365,60 +374,58 @@ class Checker {
     return nullptr;
   }
 
-  void checkRows() {
-    std::map<long, const Row*> standardAt;
-    for (const Row& row : standard_.rows) {
-      standardAt.emplace(row.at.line, &row);
-      if (row.lastLine > row.at.line) {
-        warn(row.at.line + 1, 1,
-             "a row split over lines: lpconv reads each line of the constraint block on its own; "
-             "write every row on one line");
-      }
+  // One row of the standard reading against the dialect's row of the same line.
+  void checkRow(const Row& s) {
+    if (s.lastLine > s.at.line) {
+      warn(s.at.line + 1, 1,
+           "a row split over lines: lpconv reads each line of the constraint block on its own; "
+           "write every row on one line");
     }
-    std::set<long> dialectLines;
-    for (const DialectRow& d : dialect_.rows) dialectLines.insert(d.line);
-    if (!dialect_.failure) {
-      for (const Row& row : standard_.rows) {
-        if (dialectLines.count(row.at.line) == 0) {
-          warn(row.at, "lpconv does not read this row as a constraint: its constraint block ends "
-                       "before it");
-        }
+    standardRowLines_.insert(s.at.line);
+    const auto found = dialectRowAt_.find(s.at.line);
+    if (found == dialectRowAt_.end()) {
+      if (!dialect_.failure) {
+        warn(s.at, "lpconv does not read this row as a constraint: its constraint block ends "
+                   "before it");
       }
+      return;
     }
+    const DialectRow& d = dialect_.rows[found->second];
+    const bool labelled = !s.label.empty();
+    const char sense = d.group;
+    if (sense != s.sense) {
+      warn(s.relationAt, std::string("lpconv files this row as a \"") +
+                             (sense == '=' ? "=" : sense == '<' ? "<=" : ">=") +
+                             "\" row; write the relation as \"<=\", \">=\" or \"=\"");
+    }
+    compareTerms(d.coefficients, s.terms, labelled, s.at, "row's");
+    lpconv::Coefficient rhs = s.rhs;
+    for (const auto& [value, at] : s.leftConstants) rhs = lpconv::subtract(rhs, value);
+    const lpconv::Coefficient& dialectRhs = d.rhs;
+    if (lpconv::identical(dialectRhs, rhs)) return;
+    const std::string reads = "lpconv reads the right-hand side as " + text(dialectRhs) +
+                              " where the file states " + text(rhs);
+    if (labelled) {
+      warn(s.at, reads + ": the row label is read as part of the expression; remove the label");
+    } else if (s.sense == '<' && !s.leftConstants.empty()) {
+      warn(s.leftConstants.front().second,
+           reads + ": a \"<=\" row keeps the sign of a constant on its left side; move the "
+                   "constant to the right side yourself");
+    } else if (isDecimalWithIntegerPart(s.rhsWritten) || isNegativeDecimal(s.rhsWritten)) {
+      warn(s.rhsAt, reads + ": lpconv reads a decimal only from its point on; use integers");
+    } else if (const Term* odd = nameNotColumn(s.terms)) {
+      warn(odd->nameAt, reads + ": \"" + odd->name + "\" is not a variable to lpconv, and its "
+                        "text is read as a number; name the variables x1, x2, ...");
+    } else {
+      warn(s.at, reads);
+    }
+  }
+
+  // Rows lpconv reads on lines where the file states none.
+  void checkUnreadRows() {
     for (const DialectRow& d : dialect_.rows) {
-      const auto found = standardAt.find(d.line);
-      if (found == standardAt.end()) {
+      if (standardRowLines_.count(d.line) == 0) {
         warn(d.line, 1, "lpconv reads a row here that the file does not state as one");
-        continue;
-      }
-      const Row& s = *found->second;
-      const bool labelled = !s.label.empty();
-      const char sense = d.group;
-      if (sense != s.sense) {
-        warn(s.relationAt, std::string("lpconv files this row as a \"") +
-                               (sense == '=' ? "=" : sense == '<' ? "<=" : ">=") +
-                               "\" row; write the relation as \"<=\", \">=\" or \"=\"");
-      }
-      compareTerms(d.coefficients, s.terms, labelled, s.at, "row's");
-      QQ rhs = s.rhs;
-      for (const auto& [value, at] : s.leftConstants) rhs = rhs - value;
-      const QQ dialectRhs = d.rhs.toQQ();
-      if (dialectRhs == rhs) continue;
-      const std::string reads = "lpconv reads the right-hand side as " + text(dialectRhs) +
-                                " where the file states " + text(rhs);
-      if (labelled) {
-        warn(s.at, reads + ": the row label is read as part of the expression; remove the label");
-      } else if (s.sense == '<' && !s.leftConstants.empty()) {
-        warn(s.leftConstants.front().second,
-             reads + ": a \"<=\" row keeps the sign of a constant on its left side; move the "
-                     "constant to the right side yourself");
-      } else if (isDecimalWithIntegerPart(s.rhsWritten) || isNegativeDecimal(s.rhsWritten)) {
-        warn(s.rhsAt, reads + ": lpconv reads a decimal only from its point on; use integers");
-      } else if (const Term* odd = nameNotColumn(s.terms)) {
-        warn(odd->nameAt, reads + ": \"" + odd->name + "\" is not a variable to lpconv, and its "
-                          "text is read as a number; name the variables x1, x2, ...");
-      } else {
-        warn(s.at, reads);
       }
     }
   }
@@ -571,6 +578,8 @@ class Checker {
   DialectReading dialect_;
   StandardReading standard_;
   long maxColumn_ = 0;
+  std::unordered_map<long, std::size_t> dialectRowAt_;
+  std::unordered_set<long> standardRowLines_;
   bool carriageReturnLines_ = false;
   std::set<std::string> nonColumn_;
   std::set<std::tuple<long, long, std::string>> seen_;

@@ -1,6 +1,8 @@
 #include "standard_lp.h"
 
 #include <cctype>
+#include <cstdint>
+#include <unordered_set>
 
 #include <lpconv/formats/exact_number.h>
 
@@ -10,13 +12,18 @@ namespace {
 
 using lpconv::QQ;
 
-enum class Kind { name, number, relation, sign, colon, other, end };
+enum class Kind : std::uint8_t { name, number, relation, sign, colon, other, end };
 
+// Kept small: a large file has millions of them.
 struct Token {
+  const char* begin = nullptr;
+  std::uint32_t length = 0;
+  std::uint32_t line = 0;
+  std::uint32_t column = 0;
   Kind kind = Kind::end;
-  std::string_view text;
-  Place at;
   bool firstOnLine = false;
+  std::string_view text() const { return {begin, length}; }
+  Place at() const { return {static_cast<long>(line), static_cast<long>(column)}; }
 };
 
 bool isNameChar(unsigned char c) {
@@ -28,13 +35,15 @@ bool isNameChar(unsigned char c) {
 // a blank.
 std::vector<Token> tokenize(std::string_view text) {
   std::vector<Token> tokens;
+  tokens.reserve(text.size() / 4 + 1);
   long line = 1;
   std::size_t lineStart = 0;
   bool lineHasToken = false;
   std::size_t i = 0;
   const auto push = [&](Kind kind, std::size_t begin, std::size_t end) {
-    tokens.push_back({kind, text.substr(begin, end - begin),
-                      {line, static_cast<long>(begin - lineStart) + 1}, !lineHasToken});
+    tokens.push_back({text.data() + begin, static_cast<std::uint32_t>(end - begin),
+                      static_cast<std::uint32_t>(line),
+                      static_cast<std::uint32_t>(begin - lineStart + 1), kind, !lineHasToken});
     lineHasToken = true;
   };
   while (i < text.size()) {
@@ -82,7 +91,8 @@ std::vector<Token> tokenize(std::string_view text) {
       ++i;
     }
   }
-  tokens.push_back({Kind::end, {}, {line, static_cast<long>(i - lineStart) + 1}, true});
+  tokens.push_back({text.data() + i, 0, static_cast<std::uint32_t>(line),
+                    static_cast<std::uint32_t>(i - lineStart + 1), Kind::end, true});
   return tokens;
 }
 
@@ -99,7 +109,7 @@ bool isInfinityWord(std::string_view text) {
 
 class Parser {
  public:
-  explicit Parser(std::string_view text) : tokens_(tokenize(text)) {}
+  Parser(std::string_view text, const RowSink* sink) : tokens_(tokenize(text)), sink_(sink) {}
 
   StandardReading read() {
     try {
@@ -132,12 +142,12 @@ class Parser {
     if (t.kind != Kind::name || !t.firstOnLine) return "";
     const Token& after = tokens_[std::min(index + 1, tokens_.size() - 1)];
     if (after.kind == Kind::colon) return "";
-    const std::string word = lower(t.text);
+    const std::string word = lower(t.text());
     if (word == "maximize" || word == "maximise" || word == "maximum" || word == "max") return "max";
     if (word == "minimize" || word == "minimise" || word == "minimum" || word == "min") return "min";
-    if ((word == "subject" && after.kind == Kind::name && lower(after.text) == "to") ||
-        (word == "such" && after.kind == Kind::name && lower(after.text) == "that")) {
-      if (after.at.line == t.at.line) {
+    if ((word == "subject" && after.kind == Kind::name && lower(after.text()) == "to") ||
+        (word == "such" && after.kind == Kind::name && lower(after.text()) == "that")) {
+      if (after.line == t.line) {
         words = 2;
         return "subject to";
       }
@@ -162,23 +172,30 @@ class Parser {
     while (peek().kind != Kind::end) {
       std::size_t words = 0;
       const std::string word = keywordAt(next_, words);
-      if (word.empty()) fail(peek().at, "expected a section keyword");
-      const Place at = peek().at;
+      if (word.empty()) fail(peek().at(), "expected a section keyword");
+      const Place at = peek().at();
       next_ += words;
       out_.sections.push_back({word == "min" || word == "max" ? "objective" : word, at});
       if (word == "min" || word == "max") {
         readObjective(word == "min", at);
       } else if (word == "subject to") {
-        while (!atKeyword()) out_.rows.push_back(readRow());
+        while (!atKeyword()) {
+          readRow(row_);
+          if (sink_ != nullptr && *sink_) {
+            (*sink_)(row_);
+          } else {
+            out_.rows.push_back(row_);
+          }
+        }
       } else if (word == "bounds") {
         while (!atKeyword()) readBound();
       } else if (word == "general" || word == "binary") {
         while (!atKeyword()) {
           const Token& t = take();
-          if (t.kind != Kind::name) fail(t.at, "expected a variable name");
+          if (t.kind != Kind::name) fail(t.at(), "expected a variable name");
           mention(t);
-          out_.integers.emplace(std::string(t.text), t.at);
-          if (word == "binary") out_.binaries.emplace(std::string(t.text), t.at);
+          out_.integers.emplace(std::string(t.text()), t.at());
+          if (word == "binary") out_.binaries.emplace(std::string(t.text()), t.at());
         }
       } else if (word == "end") {
         return;
@@ -188,56 +205,75 @@ class Parser {
     }
   }
 
-  void mention(const Token& t) { out_.firstMention.emplace(std::string(t.text), t.at); }
-
-  // [sign] number, read exactly; `written` receives the text.
-  QQ number(const Token& t, bool negative) {
-    lpconv::Coefficient value;
-    if (lpconv::parseExactNumber(t.text, value) != lpconv::NumberError::none) {
-      fail(t.at, "malformed number");
+  void mention(const Token& t) {
+    const std::string_view name = t.text();
+    // x1, x2, ... are most names: a flag per index finds them again without hashing.
+    if (name.size() >= 2 && name.size() <= 8 && name[0] == 'x' && name[1] != '0') {
+      std::size_t index = 0;
+      bool digits = true;
+      for (std::size_t i = 1; i < name.size() && digits; ++i) {
+        digits = name[i] >= '0' && name[i] <= '9';
+        index = index * 10 + static_cast<std::size_t>(name[i] - '0');
+      }
+      if (digits && index < (std::size_t{1} << 24)) {
+        if (index >= seenIndex_.size()) seenIndex_.resize(std::max(index + 1, 2 * seenIndex_.size()));
+        if (seenIndex_[index]) return;
+        seenIndex_[index] = true;
+        out_.firstMention.emplace(std::string(name), t.at());
+        return;
+      }
     }
-    QQ q = value.toQQ();
-    if (negative) q = -q;
-    return q;
+    if (mentioned_.insert(name).second) out_.firstMention.emplace(std::string(name), t.at());
+  }
+
+  // [sign] number, read exactly.
+  lpconv::Coefficient number(const Token& t, bool negative) {
+    lpconv::Coefficient value;
+    if (lpconv::parseExactNumber(t.text(), value) != lpconv::NumberError::none) {
+      fail(t.at(), "malformed number");
+    }
+    if (negative) value.negate();
+    return value;
   }
 
   // Terms of one expression up to a relation sign or a keyword; constants go to `constants`.
-  void readExpression(std::vector<Term>& terms, std::vector<std::pair<QQ, Place>>& constants,
+  void readExpression(std::vector<Term>& terms,
+                      std::vector<std::pair<lpconv::Coefficient, Place>>& constants,
                       bool stopAtKeyword) {
     bool firstTerm = true;
     while (true) {
       if (peek().kind == Kind::relation || peek().kind == Kind::end) return;
       if (stopAtKeyword && atKeyword()) return;
-      Place start = peek().at;
+      Place start = peek().at();
       bool negative = false;
       bool signed_ = false;
       std::string written;
       while (peek().kind == Kind::sign) {
         signed_ = true;
-        if (take().text == "-") negative = !negative;
+        if (take().text() == "-") negative = !negative;
       }
       if (signed_) written = negative ? "-" : "+";
-      std::optional<QQ> value;
+      std::optional<lpconv::Coefficient> value;
       if (peek().kind == Kind::number) {
         const Token& t = take();
-        written += std::string(t.text);
+        written += std::string(t.text());
         value = number(t, negative);
       }
-      if (peek().kind == Kind::name && !(stopAtKeyword && atKeyword()) && !isInfinityWord(peek().text)) {
+      if (peek().kind == Kind::name && !(stopAtKeyword && atKeyword()) && !isInfinityWord(peek().text())) {
         const Token& name = take();
         mention(name);
         Term term;
-        term.name = std::string(name.text);
-        term.value = value ? *value : QQ(negative ? -1L : 1L);
-        term.at = signed_ || value ? start : name.at;
-        term.nameAt = name.at;
+        term.name = std::string(name.text());
+        term.value = value ? *value : lpconv::Coefficient(negative ? -1L : 1L);
+        term.at = signed_ || value ? start : name.at();
+        term.nameAt = name.at();
         term.written = value ? written : "";
         term.first = firstTerm;
         terms.push_back(std::move(term));
       } else if (value) {
         constants.emplace_back(*value, start);
       } else {
-        fail(peek().at, "expected a term");
+        fail(peek().at(), "expected a term");
       }
       firstTerm = false;
     }
@@ -249,14 +285,14 @@ class Parser {
     objective.minimise = minimise;
     objective.senseAt = at;
     if (peek().kind == Kind::name && peek(1).kind == Kind::colon) {
-      objective.label = std::string(peek().text);
-      objective.at = peek().at;
+      objective.label = std::string(peek().text());
+      objective.at = peek().at();
       next_ += 2;
     } else {
-      objective.at = peek().at;
+      objective.at = peek().at();
     }
     readExpression(objective.terms, objective.constants, true);
-    if (peek().kind == Kind::relation) fail(peek().at, "a relation sign in the objective");
+    if (peek().kind == Kind::relation) fail(peek().at(), "a relation sign in the objective");
   }
 
   char senseOf(std::string_view relation) const {
@@ -266,45 +302,49 @@ class Parser {
   }
 
   // [sign] number or [sign] inf.
-  QQ value(Place& at, std::string* written) {
-    at = peek().at;
+  lpconv::Coefficient value(Place& at, std::string* written) {
+    at = peek().at();
     bool negative = false;
     std::string text;
     while (peek().kind == Kind::sign) {
-      if (take().text == "-") negative = !negative;
+      if (take().text() == "-") negative = !negative;
     }
     if (negative) text = "-";
     const Token& t = take();
-    if (t.kind == Kind::name && isInfinityWord(t.text)) {
-      if (written) *written = text + std::string(t.text);
-      return negative ? QQ::minusInfinity() : QQ::infinity();
+    if (t.kind == Kind::name && isInfinityWord(t.text())) {
+      if (written) *written = text + std::string(t.text());
+      return negative ? lpconv::Coefficient::minusInfinity() : lpconv::Coefficient::infinity();
     }
-    if (t.kind != Kind::number) fail(t.at, "expected a number");
-    if (written) *written = text + std::string(t.text);
+    if (t.kind != Kind::number) fail(t.at(), "expected a number");
+    if (written) *written = text + std::string(t.text());
     return number(t, negative);
   }
 
-  Row readRow() {
-    Row row;
-    row.at = peek().at;
+  // Into `row`, whose storage is reused.
+  void readRow(Row& row) {
+    row.label.clear();
+    row.terms.clear();
+    row.leftConstants.clear();
+    row.rhsWritten.clear();
+    row.at = peek().at();
     if (peek().kind == Kind::name && peek(1).kind == Kind::colon) {
-      row.label = std::string(peek().text);
+      row.label = std::string(peek().text());
       next_ += 2;
     }
     readExpression(row.terms, row.leftConstants, true);
-    if (peek().kind != Kind::relation) fail(peek().at, "expected a relation sign");
-    row.relationAt = peek().at;
-    row.sense = senseOf(take().text);
+    if (peek().kind != Kind::relation) fail(peek().at(), "expected a relation sign");
+    row.relationAt = peek().at();
+    row.sense = senseOf(take().text());
     row.rhs = value(row.rhsAt, &row.rhsWritten);
     if (peek().kind == Kind::name && !peek().firstOnLine) {
-      fail(peek().at, "a variable on the right-hand side");
+      fail(peek().at(), "a variable on the right-hand side");
     }
-    row.lastLine = tokens_[next_ - 1].at.line;
-    return row;
+    row.lastLine = tokens_[next_ - 1].line;
   }
 
-  void setBound(const Token& name, bool lower, const QQ& v, const Place& at) {
-    Bound& bound = out_.bounds[std::string(name.text)];
+  void setBound(const Token& name, bool lower, const lpconv::Coefficient& c, const Place& at) {
+    const QQ v = c.toQQ();
+    Bound& bound = out_.bounds[std::string(name.text())];
     if (lower) {
       bound.lower = v;
     } else {
@@ -315,52 +355,56 @@ class Parser {
   }
 
   void readBound() {
-    const Place at = peek().at;
-    if (peek().kind == Kind::name && !isInfinityWord(peek().text)) {
+    const Place at = peek().at();
+    if (peek().kind == Kind::name && !isInfinityWord(peek().text())) {
       const Token& name = take();
       mention(name);
-      if (peek().kind == Kind::name && lower(peek().text) == "free") {
+      if (peek().kind == Kind::name && lower(peek().text()) == "free") {
         take();
-        setBound(name, true, QQ::minusInfinity(), at);
-        setBound(name, false, QQ::infinity(), at);
+        setBound(name, true, lpconv::Coefficient::minusInfinity(), at);
+        setBound(name, false, lpconv::Coefficient::infinity(), at);
         return;
       }
-      if (peek().kind != Kind::relation) fail(peek().at, "expected a relation sign or \"free\"");
-      const char sense = senseOf(take().text);
+      if (peek().kind != Kind::relation) fail(peek().at(), "expected a relation sign or \"free\"");
+      const char sense = senseOf(take().text());
       Place valueAt;
-      const QQ v = value(valueAt, nullptr);
+      const lpconv::Coefficient v = value(valueAt, nullptr);
       if (sense != '>') setBound(name, false, v, at);
       if (sense != '<') setBound(name, true, v, at);
       return;
     }
     Place valueAt;
-    const QQ first = value(valueAt, nullptr);
-    if (peek().kind != Kind::relation) fail(peek().at, "expected a relation sign");
-    const char sense = senseOf(take().text);
+    const lpconv::Coefficient first = value(valueAt, nullptr);
+    if (peek().kind != Kind::relation) fail(peek().at(), "expected a relation sign");
+    const char sense = senseOf(take().text());
     const Token& name = take();
-    if (name.kind != Kind::name) fail(name.at, "expected a variable name");
+    if (name.kind != Kind::name) fail(name.at(), "expected a variable name");
     mention(name);
     if (sense != '>') setBound(name, true, first, at);
     if (sense != '<') setBound(name, false, first, at);
     if (peek().kind == Kind::relation && !peek().firstOnLine) {
-      const char second = senseOf(take().text);
-      const QQ v = value(valueAt, nullptr);
+      const char second = senseOf(take().text());
+      const lpconv::Coefficient v = value(valueAt, nullptr);
       if (second != '>') setBound(name, false, v, at);
       if (second != '<') setBound(name, true, v, at);
     }
   }
 
   std::vector<Token> tokens_;
+  std::unordered_set<std::string_view> mentioned_;  // views into the text
+  std::vector<bool> seenIndex_;
+  const RowSink* sink_;
+  Row row_;
   std::size_t next_ = 0;
   StandardReading out_;
 };
 
 }  // namespace
 
-StandardReading readStandardLp(std::string_view text) {
+StandardReading readStandardLp(std::string_view text, const RowSink& sink) {
   // A byte-order mark is no part of the text; its column offset is lost, not its lines.
   if (text.substr(0, 3) == "\xEF\xBB\xBF") text.remove_prefix(3);
-  return Parser(text).read();
+  return Parser(text, &sink).read();
 }
 
 }  // namespace lpcheck

@@ -4,12 +4,14 @@
 // reading can be shown at its place. Sections: objective, constraints, Bounds, General, Binary,
 // End; rows and bounds may span lines; "\" starts a comment.
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include <lpconv/numbers/coefficient.h>
 #include <lpconv/numbers/qq.h>
 
 namespace lpcheck {
@@ -21,7 +23,7 @@ struct Place {
 
 struct Term {
   std::string name;
-  lpconv::QQ value;
+  lpconv::Coefficient value;
   Place at;              // where the term starts (its sign or number, else its name)
   Place nameAt;          // where the variable's name starts
   std::string written;   // the coefficient as written, sign included ("" when implicit)
@@ -34,9 +36,9 @@ struct Row {
   Place relationAt;
   long lastLine = 0;     // the line the row ends on
   std::vector<Term> terms;
-  std::vector<std::pair<lpconv::QQ, Place>> leftConstants;
+  std::vector<std::pair<lpconv::Coefficient, Place>> leftConstants;
   char sense = '=';      // '<', '>' or '='
-  lpconv::QQ rhs;
+  lpconv::Coefficient rhs;
   Place rhsAt;
   std::string rhsWritten;
 };
@@ -48,7 +50,7 @@ struct Objective {
   std::string label;
   Place at;
   std::vector<Term> terms;
-  std::vector<std::pair<lpconv::QQ, Place>> constants;
+  std::vector<std::pair<lpconv::Coefficient, Place>> constants;
 };
 
 struct Bound {
@@ -74,8 +76,12 @@ struct StandardReading {
   std::optional<std::pair<Place, std::string>> error;  // the first thing it could not read
 };
 
+// Called with each row as it is read, instead of keeping the rows; the row is valid only
+// during the call.
+using RowSink = std::function<void(const Row&)>;
+
 // Reads the whole text; never throws on content: what it cannot read ends the reading with
-// `error` set.
-StandardReading readStandardLp(std::string_view text);
+// `error` set. With a sink, `rows` stays empty and each row goes to the sink.
+StandardReading readStandardLp(std::string_view text, const RowSink& sink = RowSink());
 
 }  // namespace lpcheck

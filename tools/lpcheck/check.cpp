@@ -68,7 +68,11 @@ class Checker {
     if (!result_.messages.empty() && text_.empty()) return finish();
     dialect_ = readDialect(text_, lines_, file_);
     for (std::size_t i = 0; i < dialect_.rows.size(); ++i) dialectRowAt_[dialect_.rows[i].line] = i;
-    standard_ = readStandardLp(text_, [this](const Row& row) { checkRow(row); });
+    standard_ = readStandardLp(text_, [this](const Row& row) {
+      inRowComparison_ = true;
+      checkRow(row);
+      inRowComparison_ = false;
+    });
     if (carriageReturnLines_) {
       // lpconv reads another file than the one a standard reader sees: its lines are not
       // the file's lines, so only its failure can be shown.
@@ -105,6 +109,7 @@ class Checker {
     if (!seen_.insert({line, d.column, d.message}).second) return;
     if (severity == Severity::warning) ++result_.warnings;
     result_.messages.push_back(std::move(d));
+    secondary_.push_back(inRowComparison_);
   }
   void warn(long line, long column, std::string message) {
     add(Severity::warning, line, column, std::move(message));
@@ -112,10 +117,20 @@ class Checker {
   void warn(const Place& at, std::string message) { warn(at.line, at.column, std::move(message)); }
 
   CheckResult finish() {
-    std::stable_sort(result_.messages.begin(), result_.messages.end(),
-                     [](const Diagnostic& a, const Diagnostic& b) {
-                       return a.line != b.line ? a.line < b.line : a.column < b.column;
-                     });
+    // Line and column order; at one place the trap found by itself comes before the
+    // differences of the row comparison that it explains.
+    std::vector<std::size_t> order(result_.messages.size());
+    for (std::size_t i = 0; i < order.size(); ++i) order[i] = i;
+    const auto& m = result_.messages;
+    std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
+      if (m[a].line != m[b].line) return m[a].line < m[b].line;
+      if (m[a].column != m[b].column) return m[a].column < m[b].column;
+      return secondary_[a] < secondary_[b];
+    });
+    std::vector<Diagnostic> sorted;
+    sorted.reserve(order.size());
+    for (const std::size_t i : order) sorted.push_back(std::move(result_.messages[i]));
+    result_.messages = std::move(sorted);
     return std::move(result_);
   }
 
@@ -381,7 +396,11 @@ class Checker {
            "a row split over lines: lpconv reads each line of the constraint block on its own; "
            "write every row on one line");
     }
-    standardRowLines_.insert(s.at.line);
+    if (!standardRowLines_.insert(s.at.line).second) {
+      warn(s.at, "a second row on one line: lpconv reads one row per line (from its first "
+                 "relation sign on, the rest is its right side); write one row per line");
+      return;
+    }
     const auto found = dialectRowAt_.find(s.at.line);
     if (found == dialectRowAt_.end()) {
       if (!dialect_.failure) {
@@ -578,6 +597,8 @@ class Checker {
   DialectReading dialect_;
   StandardReading standard_;
   long maxColumn_ = 0;
+  bool inRowComparison_ = false;
+  std::vector<bool> secondary_;  // per message: found by the row comparison
   std::unordered_map<long, std::size_t> dialectRowAt_;
   std::unordered_set<long> standardRowLines_;
   bool carriageReturnLines_ = false;

@@ -70,12 +70,15 @@ int fromOpt(const char* path) {
     if (!row.empty()) c.objective = (isMinusInf(file.sense.at(1)) ? "min" : "max") + row;
   }
   for (long i = 1; i <= file.equations.getRows(); ++i) {
-    c.halves.push_back("= " + text(file.equationRhs.at(i)) + " |" + rowText(denseRow(file.equations, i)));
+    c.halves.push_back("= " + text(file.equationRhs.at(i)) + " |" +
+                       rowText(denseRow(file.equations, i)));
   }
   for (long i = 1; i <= file.inequalities.getRows(); ++i) {
     const std::string row = rowText(denseRow(file.inequalities, i));
-    if (!isMinusInf(file.lower.at(i))) c.halves.push_back("> " + text(file.lower.at(i)) + " |" + row);
-    if (!isPlusInf(file.upper.at(i))) c.halves.push_back("< " + text(file.upper.at(i)) + " |" + row);
+    if (!isMinusInf(file.lower.at(i)))
+      c.halves.push_back("> " + text(file.lower.at(i)) + " |" + row);
+    if (!isPlusInf(file.upper.at(i)))
+      c.halves.push_back("< " + text(file.upper.at(i)) + " |" + row);
   }
   for (long j = 1; j <= c.columns; ++j) {
     // A lower bound of +inf is "no bound stated": the default lower bound 0.
@@ -123,7 +126,8 @@ int fromLp(const char* path) {
   for (const auto& row : r.rows) {
     QQ rhs = row.rhs.toQQ();
     for (const auto& [value, at] : row.leftConstants) rhs = rhs - value.toQQ();
-    c.halves.push_back(std::string(1, row.sense) + " " + text(rhs) + " |" + rowText(sum(row.terms)));
+    c.halves.push_back(std::string(1, row.sense) + " " + text(rhs) + " |" +
+                       rowText(sum(row.terms)));
   }
   for (long j = 1; j <= c.columns; ++j) {
     const std::string name = "x" + std::to_string(j);

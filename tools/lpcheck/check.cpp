@@ -28,7 +28,8 @@ constexpr double kHugeOutputBytes = 1e9;
 
 // A name the standard reading maps to a column: "x" and digits without a leading zero.
 long columnOf(std::string_view name) {
-  if (name.size() < 2 || name[0] != 'x' || name[1] == '0' || name.size() > 19) return 0;  // 18 digits fit
+  if (name.size() < 2 || name[0] != 'x' || name[1] == '0' || name.size() > 19)
+    return 0;  // 18 digits fit
   long index = 0;
   for (std::size_t i = 1; i < name.size(); ++i) {
     if (name[i] < '0' || name[i] > '9') return 0;
@@ -148,7 +149,8 @@ class Checker {
            "byte-order mark: lpconv reads its three bytes as part of the first line; save the "
            "file without a byte-order mark");
     }
-    for (std::size_t i = text_.find('\r'); i != std::string_view::npos; i = text_.find('\r', i + 1)) {
+    for (std::size_t i = text_.find('\r'); i != std::string_view::npos;
+         i = text_.find('\r', i + 1)) {
       if (i + 1 < text_.size() && text_[i + 1] != '\n') {
         const long line = lines_.lineOf(i);
         carriageReturnLines_ = true;
@@ -171,7 +173,8 @@ class Checker {
       if (name.size() > 1 && name[0] == 'X' && columnOf("x" + name.substr(1)) > 0) {
         warn(at, "upper-case \"" + name +
                      "\": lpconv counts it for the number of variables but never reads it as a "
-                     "variable, so its coefficients and bounds are lost; write x" + name.substr(1));
+                     "variable, so its coefficients and bounds are lost; write x" +
+                     name.substr(1));
       } else if (lpconv::startsSection(name)) {
         // Reported where the word ends a section.
         nonColumn_.insert(name);
@@ -195,10 +198,13 @@ class Checker {
     for (const SectionMark& mark : standard_.sections) {
       if (mark.word == "binary") binarySeen = true;
       if (mark.word == "general" && binarySeen) {
-        warn(mark.at, "a General section after Binary is not read by lpconv; write General before Binary");
+        warn(mark.at,
+             "a General section after Binary is not read by lpconv; write General before Binary");
       }
       if (mark.word == "bounds" && ++boundsSections > 1) {
-        warn(mark.at, "a second Bounds section is not read by lpconv; write every bound in one Bounds section");
+        warn(mark.at,
+             "a second Bounds section is not read by lpconv; write every bound in one Bounds "
+             "section");
       }
     }
     if (dialect_.subjectToLine == 0) return;
@@ -218,9 +224,11 @@ class Checker {
         }
       }
       warn(line, static_cast<long>(column) + 1,
-           "\"" + word + "\" in a name or label: lpconv takes this line for a section line, which "
-           "ends the constraint block or section before it; rename it so that \"bin\", \"gen\" and "
-           "\"bound\" appear in no name or label");
+           "\"" + word +
+               "\" in a name or label: lpconv takes this line for a section line, which "
+               "ends the constraint block or section before it; rename it so that \"bin\", \"gen\" "
+               "and "
+               "\"bound\" appear in no name or label");
       break;
     }
     // In the Bounds section a line with ">=" or "=" and no "<=" ends the section for lpconv.
@@ -251,8 +259,8 @@ class Checker {
       const double raw = std::stod(dialect_.variablesDigits);
       if (raw > 2147483647.0) {
         add(Severity::note, dialect_.variablesLine, 1,
-            "the index " + dialect_.variablesDigits + " is past 2^31: lpconv cuts it to 32 bits, n = " +
-                std::to_string(n));
+            "the index " + dialect_.variablesDigits +
+                " is past 2^31: lpconv cuts it to 32 bits, n = " + std::to_string(n));
       }
     }
     if (n > 0 && dialect_.variablesLine > 0) {
@@ -260,16 +268,18 @@ class Checker {
       const double bytes = rows * 2.0 * static_cast<double>(n);
       if (bytes > kHugeOutputBytes) {
         warn(dialect_.variablesLine, 1,
-             "this index makes n = " + std::to_string(n) + ": lpconv writes every row densely, about " +
+             "this index makes n = " + std::to_string(n) +
+                 ": lpconv writes every row densely, about " +
                  std::to_string(static_cast<long long>(bytes / 1e6)) +
                  " MB of output for this file; number the variables from x1 without gaps");
       }
     }
     if (n > maxColumn_ && dialect_.variablesLine > 0) {
       warn(dialect_.variablesLine, 1,
-           "lpconv takes n = " + std::to_string(n) + " from the first x<digits> of this line, but "
-           "the file's variables end at x" + std::to_string(maxColumn_) +
-           ": the output has columns the file does not state");
+           "lpconv takes n = " + std::to_string(n) +
+               " from the first x<digits> of this line, but "
+               "the file's variables end at x" +
+               std::to_string(maxColumn_) + ": the output has columns the file does not state");
     } else if (n < maxColumn_) {
       const auto at = standard_.firstMention.find("x" + std::to_string(maxColumn_));
       if (at != standard_.firstMention.end()) {
@@ -279,9 +289,9 @@ class Checker {
                                     "counts the variables: it takes n = "
                                   : " is never the first variable of a line: lpconv takes n = ") +
                              std::to_string(n) + " and fails with \"" +
-                             lpconv::messages::kArrayIndexOutOfRange +
-                             "\"; " + (cut ? std::string("number the variables from x1 without gaps")
-                                              : std::string("write the highest variable first on some line")));
+                             lpconv::messages::kArrayIndexOutOfRange + "\"; " +
+                             (cut ? std::string("number the variables from x1 without gaps")
+                                  : std::string("write the highest variable first on some line")));
       }
     }
   }
@@ -291,8 +301,9 @@ class Checker {
     const long count = std::count_if(terms.begin(), terms.end(),
                                      [&](const Term& t) { return t.name == term.name; });
     if (count > 1) {
-      return term.name + " is named twice: lpconv keeps the last coefficient where a standard "
-                         "reader adds them; name each variable once per row";
+      return term.name +
+             " is named twice: lpconv keeps the last coefficient where a standard "
+             "reader adds them; name each variable once per row";
     }
     if (labelled && term.first) {
       return "the row label is read as part of the expression, changing the first term and the "
@@ -347,8 +358,8 @@ class Checker {
         continue;
       }
       std::string trap = isInfinite(d) ? "a number beyond the double range (over about 309 digits) "
-                                   "reads as infinity; scale the row"
-                                 : termTrap(terms, *term->second, labelled);
+                                         "reads as infinity; scale the row"
+                                       : termTrap(terms, *term->second, labelled);
       warn(labelled && term->second->first ? rowAt : term->second->at,
            trap.empty() ? reads : reads + ": " + trap);
     }
@@ -363,8 +374,9 @@ class Checker {
       return;
     }
     if (!d.present) {
-      warn(s.senseAt, "lpconv finds no objective: its header needs \"Minimize\" or \"Maximize\" "
-                      "(with that capital) and a label with \":\" (\"obj:\") after it");
+      warn(s.senseAt,
+           "lpconv finds no objective: its header needs \"Minimize\" or \"Maximize\" "
+           "(with that capital) and a label with \":\" (\"obj:\") after it");
       return;
     }
     if (d.minimise != s.minimise) {
@@ -377,8 +389,8 @@ class Checker {
     lpconv::Coefficient constant;
     for (const auto& [value, at] : s.constants) constant = lpconv::add(constant, value);
     if (!constant.isZero()) {
-      warn(s.constants.front().second,
-           "lpconv drops the objective constant " + text(constant) + "; leave it out or carry it yourself");
+      warn(s.constants.front().second, "lpconv drops the objective constant " + text(constant) +
+                                           "; leave it out or carry it yourself");
     }
   }
 
@@ -397,15 +409,17 @@ class Checker {
            "write every row on one line");
     }
     if (!standardRowLines_.insert(s.at.line).second) {
-      warn(s.at, "a second row on one line: lpconv reads one row per line (from its first "
-                 "relation sign on, the rest is its right side); write one row per line");
+      warn(s.at,
+           "a second row on one line: lpconv reads one row per line (from its first "
+           "relation sign on, the rest is its right side); write one row per line");
       return;
     }
     const auto found = dialectRowAt_.find(s.at.line);
     if (found == dialectRowAt_.end()) {
       if (!dialect_.failure) {
-        warn(s.at, "lpconv does not read this row as a constraint: its constraint block ends "
-                   "before it");
+        warn(s.at,
+             "lpconv does not read this row as a constraint: its constraint block ends "
+             "before it");
       }
       return;
     }
@@ -414,7 +428,9 @@ class Checker {
     const char sense = d.group;
     if (sense != s.sense) {
       warn(s.relationAt, std::string("lpconv files this row as a \"") +
-                             (sense == '=' ? "=" : sense == '<' ? "<=" : ">=") +
+                             (sense == '='   ? "="
+                              : sense == '<' ? "<="
+                                             : ">=") +
                              "\" row; write the relation as \"<=\", \">=\" or \"=\"");
     }
     compareTerms(d.coefficients, s.terms, labelled, s.at, "row's");
@@ -428,13 +444,15 @@ class Checker {
       warn(s.at, reads + ": the row label is read as part of the expression; remove the label");
     } else if (s.sense == '<' && !s.leftConstants.empty()) {
       warn(s.leftConstants.front().second,
-           reads + ": a \"<=\" row keeps the sign of a constant on its left side; move the "
-                   "constant to the right side yourself");
+           reads +
+               ": a \"<=\" row keeps the sign of a constant on its left side; move the "
+               "constant to the right side yourself");
     } else if (isDecimalWithIntegerPart(s.rhsWritten) || isNegativeDecimal(s.rhsWritten)) {
       warn(s.rhsAt, reads + ": lpconv reads a decimal only from its point on; use integers");
     } else if (const Term* odd = nameNotColumn(s.terms)) {
-      warn(odd->nameAt, reads + ": \"" + odd->name + "\" is not a variable to lpconv, and its "
-                        "text is read as a number; name the variables x1, x2, ...");
+      warn(odd->nameAt, reads + ": \"" + odd->name +
+                            "\" is not a variable to lpconv, and its "
+                            "text is read as a number; name the variables x1, x2, ...");
     } else {
       warn(s.at, reads);
     }
@@ -495,20 +513,25 @@ class Checker {
         const std::size_t eq = line.find('=');
         if (x != std::string_view::npos && eq != std::string_view::npos && x < eq &&
             line.find("<=") != std::string_view::npos) {
-          reads += ": a bound line without a lower value takes the lower value of the last "
-                   "bound line that had one; write \"0 <= " + name + " <= ...\"";
+          reads +=
+              ": a bound line without a lower value takes the lower value of the last "
+              "bound line that had one; write \"0 <= " +
+              name + " <= ...\"";
         }
       } else if (standard_.integers.count(name) > 0 && !binary) {
-        reads += ": lpconv's General section frees a variable without a bound line; state its "
-                 "bounds";
+        reads +=
+            ": lpconv's General section frees a variable without a bound line; state its "
+            "bounds";
       }
       warn(at, reads);
     }
     if (unstated > 0) {
       const std::string name = "x" + std::to_string(firstUnstated);
-      add(Severity::note, standard_.firstMention.at(name).line, standard_.firstMention.at(name).column,
+      add(Severity::note, standard_.firstMention.at(name).line,
+          standard_.firstMention.at(name).column,
           std::to_string(unstated) + (unstated == 1 ? " variable has" : " variables have") +
-              " no bound line (" + name + " is the first): lpconv writes the lower bound +inf, "
+              " no bound line (" + name +
+              " is the first): lpconv writes the lower bound +inf, "
               "\"no bound stated\", which means 0 .. +inf as a standard reader takes it");
     }
   }
@@ -522,16 +545,19 @@ class Checker {
     long line = f.line;
     long column = 1;
     if (f.aborts) {
-      why = "a coefficient that reads as NaN (\"nan\", or a label beginning with \"nan\") aborts "
-            "lpconv";
+      why =
+          "a coefficient that reads as NaN (\"nan\", or a label beginning with \"nan\") aborts "
+          "lpconv";
     } else if (f.message == lpconv::messages::fileIncomplete(file_)) {
       const std::string_view lineText = line > 0 ? lines_.text(line) : std::string_view();
       if (lpconv::containsIgnoringCase(lineText, "end")) {
-        why = "End in the constraint block: every non-empty line there needs a relation sign; "
-              "put a Bounds, General or Binary section before End, or leave End out";
+        why =
+            "End in the constraint block: every non-empty line there needs a relation sign; "
+            "put a Bounds, General or Binary section before End, or leave End out";
       } else {
-        why = "every non-empty line of the constraint block needs \"<=\", \">=\" or \"=\" (no "
-              "comments, no rows split over lines)";
+        why =
+            "every non-empty line of the constraint block needs \"<=\", \">=\" or \"=\" (no "
+            "comments, no rows split over lines)";
       }
     } else if (f.message == lpconv::messages::kUnbalanced) {
       why = "the balance rule: every \"<=\" row needs a \">=\" row; " + leftOver(line);
@@ -587,8 +613,11 @@ class Checker {
     if (left.size() > 10) list += ", ...";
     line = left.empty() ? dialect_.subjectToLine : left.front();
     return std::to_string(dialect_.counts.lessEqual) + " \"<=\" and " +
-           std::to_string(dialect_.counts.greaterEqual) + " \">=\" rows; the rows without a twin "
-           "are on lines " + (list.empty() ? std::string("(none)") : list) + "; write a one-sided row as a pair, or negate it";
+           std::to_string(dialect_.counts.greaterEqual) +
+           " \">=\" rows; the rows without a twin "
+           "are on lines " +
+           (list.empty() ? std::string("(none)") : list) +
+           "; write a one-sided row as a pair, or negate it";
   }
 
   std::string_view text_;
@@ -611,8 +640,8 @@ class Checker {
 
 std::string CheckResult::summary(const std::string& file) const {
   if (lpconvFails) {
-    return file + ": lpconv fails on this file (\"" + failure + "\"); " +
-           std::to_string(warnings) + (warnings == 1 ? " warning" : " warnings");
+    return file + ": lpconv fails on this file (\"" + failure + "\"); " + std::to_string(warnings) +
+           (warnings == 1 ? " warning" : " warnings");
   }
   if (warnings > 0) {
     return file + ": " + std::to_string(warnings) + (warnings == 1 ? " warning" : " warnings") +

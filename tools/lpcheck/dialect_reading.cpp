@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include <lpconv/containers/messages.h>
 #include <lpconv/converter/input_text.h>
 #include <lpconv/converter/line_matchers.h>
 #include <lpconv/converter/messages.h>
-#include <lpconv/containers/messages.h>
 #include <lpconv/util/failure.h>
 
 namespace lpcheck {
@@ -98,8 +98,8 @@ DialectReading readDialect(std::string_view text, const LineIndex& index,
   out.failure = attempt([&] { block = lpconv::countRows(text, argument); });
   if (out.failure) {
     if (out.failure->message != lpconv::messages::kUnbalanced) {
-      out.failure->line =
-          failingLine(text, 1, [&](std::string_view prefix) { lpconv::countRows(prefix, argument); });
+      out.failure->line = failingLine(
+          text, 1, [&](std::string_view prefix) { lpconv::countRows(prefix, argument); });
     }
   }
   // The rows are read line by line below whatever the counting said, so that every row can be
@@ -137,7 +137,8 @@ DialectReading readDialect(std::string_view text, const LineIndex& index,
   out.counts = block.counts;
   if (block.subjectTo < text.size()) out.subjectToLine = index.lineOf(block.subjectTo);
   if (!block.sectionLine.empty()) {
-    out.sectionLine = index.lineOf(static_cast<std::size_t>(block.sectionLine.data() - text.data()));
+    out.sectionLine =
+        index.lineOf(static_cast<std::size_t>(block.sectionLine.data() - text.data()));
   }
 
   const auto sections = [&](std::string_view prefix) {
@@ -146,18 +147,18 @@ DialectReading readDialect(std::string_view text, const LineIndex& index,
   if (!out.failure) {
     out.failure = attempt([&] { sections(text); });
     if (out.failure) {
-      out.failure->line = failingLine(text.substr(block.afterSectionLine),
-                                      index.lineOf(block.afterSectionLine), [&](std::string_view p) {
-                                        lpconv::readSections(
-                                            text.substr(0, block.afterSectionLine + p.size()), block,
-                                            out.variables);
-                                      });
+      out.failure->line =
+          failingLine(text.substr(block.afterSectionLine), index.lineOf(block.afterSectionLine),
+                      [&](std::string_view p) {
+                        lpconv::readSections(text.substr(0, block.afterSectionLine + p.size()),
+                                             block, out.variables);
+                      });
     }
   }
 
   const std::string_view objectiveLines = text.substr(0, block.subjectTo);
-  const auto objectiveFailure = attempt(
-      [&] { out.objective = lpconv::readObjectiveLines(objectiveLines, out.variables); });
+  const auto objectiveFailure =
+      attempt([&] { out.objective = lpconv::readObjectiveLines(objectiveLines, out.variables); });
   out.objectiveFailed = objectiveFailure.has_value();
   if (objectiveFailure && !out.failure) {
     out.failure = objectiveFailure;

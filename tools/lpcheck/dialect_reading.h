@@ -44,16 +44,16 @@ struct DialectFailure {
 
 struct DialectReading {
   long variables = 0;
-  long variablesLine = 0;         // the line whose first variable gave n
-  std::string variablesDigits;    // that variable's digits, as written
-  long subjectToLine = 0;         // 0 when there is none
-  long sectionLine = 0;           // the line that ended the constraint block; 0 at the end
-  long sectionsEndLine = 0;       // the line that ended the last section read; 0 at the end
+  long variablesLine = 0;       // the line whose first variable gave n
+  std::string variablesDigits;  // that variable's digits, as written
+  long subjectToLine = 0;       // 0 when there is none
+  long sectionLine = 0;         // the line that ended the constraint block; 0 at the end
+  long sectionsEndLine = 0;     // the line that ended the last section read; 0 at the end
   lpconv::RowCounts counts;
   lpconv::VariableBounds bounds;
   lpconv::Objective objective;
   bool objectiveFailed = false;  // the objective pass failed: `objective` holds nothing
-  std::vector<DialectRow> rows;   // every constraint line, in input order
+  std::vector<DialectRow> rows;  // every constraint line, in input order
   std::optional<DialectFailure> failure;
 };
 

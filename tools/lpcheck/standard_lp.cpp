@@ -27,8 +27,9 @@ struct Token {
 };
 
 bool isNameChar(unsigned char c) {
-  return std::isalnum(c) != 0 || std::string_view("!\"#$%&()/,.;?@_`'{}|~[]^").find(static_cast<char>(c)) !=
-                                     std::string_view::npos;
+  return std::isalnum(c) != 0 ||
+         std::string_view("!\"#$%&()/,.;?@_`'{}|~").find(static_cast<char>(c)) !=
+             std::string_view::npos;
 }
 
 // The tokens of the whole text; a "\" comment runs to the end of its line, a carriage return is
@@ -56,10 +57,13 @@ std::vector<Token> tokenize(std::string_view text) {
       ++i;
     } else if (c == '\\') {
       while (i < text.size() && text[i] != '\n') ++i;
-    } else if (std::isdigit(c) != 0 || (c == '.' && i + 1 < text.size() &&
-                                        std::isdigit(static_cast<unsigned char>(text[i + 1])) != 0)) {
+    } else if (std::isdigit(c) != 0 ||
+               (c == '.' && i + 1 < text.size() &&
+                std::isdigit(static_cast<unsigned char>(text[i + 1])) != 0)) {
       std::size_t j = i;
-      while (j < text.size() && (std::isdigit(static_cast<unsigned char>(text[j])) != 0 || text[j] == '.')) ++j;
+      while (j < text.size() &&
+             (std::isdigit(static_cast<unsigned char>(text[j])) != 0 || text[j] == '.'))
+        ++j;
       if (j < text.size() && (text[j] == 'e' || text[j] == 'E')) {
         std::size_t k = j + 1;
         if (k < text.size() && (text[k] == '+' || text[k] == '-')) ++k;
@@ -72,7 +76,8 @@ std::vector<Token> tokenize(std::string_view text) {
       i = j;
     } else if (c == '<' || c == '>' || c == '=') {
       std::size_t j = i + 1;
-      if (j < text.size() && (text[j] == '=' || ((c == '=') && (text[j] == '<' || text[j] == '>')))) ++j;
+      if (j < text.size() && (text[j] == '=' || ((c == '=') && (text[j] == '<' || text[j] == '>'))))
+        ++j;
       push(Kind::relation, i, j);
       i = j;
     } else if (c == '+' || c == '-') {
@@ -143,8 +148,10 @@ class Parser {
     const Token& after = tokens_[std::min(index + 1, tokens_.size() - 1)];
     if (after.kind == Kind::colon) return "";
     const std::string word = lower(t.text());
-    if (word == "maximize" || word == "maximise" || word == "maximum" || word == "max") return "max";
-    if (word == "minimize" || word == "minimise" || word == "minimum" || word == "min") return "min";
+    if (word == "maximize" || word == "maximise" || word == "maximum" || word == "max")
+      return "max";
+    if (word == "minimize" || word == "minimise" || word == "minimum" || word == "min")
+      return "min";
     if ((word == "subject" && after.kind == Kind::name && lower(after.text()) == "to") ||
         (word == "such" && after.kind == Kind::name && lower(after.text()) == "that")) {
       if (after.line == t.line) {
@@ -216,7 +223,8 @@ class Parser {
         index = index * 10 + static_cast<std::size_t>(name[i] - '0');
       }
       if (digits && index < (std::size_t{1} << 24)) {
-        if (index >= seenIndex_.size()) seenIndex_.resize(std::max(index + 1, 2 * seenIndex_.size()));
+        if (index >= seenIndex_.size())
+          seenIndex_.resize(std::max(index + 1, 2 * seenIndex_.size()));
         if (seenIndex_[index]) return;
         seenIndex_[index] = true;
         out_.firstMention.emplace(std::string(name), t.at());
@@ -259,7 +267,8 @@ class Parser {
         written += std::string(t.text());
         value = number(t, negative);
       }
-      if (peek().kind == Kind::name && !(stopAtKeyword && atKeyword()) && !isInfinityWord(peek().text())) {
+      if (peek().kind == Kind::name && !(stopAtKeyword && atKeyword()) &&
+          !isInfinityWord(peek().text())) {
         const Token& name = take();
         mention(name);
         Term term;
@@ -272,6 +281,8 @@ class Parser {
         terms.push_back(std::move(term));
       } else if (value) {
         constants.emplace_back(*value, start);
+      } else if (peek().text() == "[") {
+        fail(peek().at(), "quadratic terms are not supported");
       } else {
         fail(peek().at(), "expected a term");
       }

@@ -24,20 +24,20 @@ struct Place {
 struct Term {
   std::string name;
   lpconv::Coefficient value;
-  Place at;              // where the term starts (its sign or number, else its name)
-  Place nameAt;          // where the variable's name starts
-  std::string written;   // the coefficient as written, sign included ("" when implicit)
-  bool first = false;    // the first term of its expression
+  Place at;             // where the term starts (its sign or number, else its name)
+  Place nameAt;         // where the variable's name starts
+  std::string written;  // the coefficient as written, sign included ("" when implicit)
+  bool first = false;   // the first term of its expression
 };
 
 struct Row {
-  std::string label;     // "" when the row has none
-  Place at;              // the row's first character (its label or first term)
+  std::string label;  // "" when the row has none
+  Place at;           // the row's first character (its label or first term)
   Place relationAt;
-  long lastLine = 0;     // the line the row ends on
+  long lastLine = 0;  // the line the row ends on
   std::vector<Term> terms;
   std::vector<std::pair<lpconv::Coefficient, Place>> leftConstants;
-  char sense = '=';      // '<', '>' or '='
+  char sense = '=';  // '<', '>' or '='
   lpconv::Coefficient rhs;
   Place rhsAt;
   std::string rhsWritten;
@@ -68,10 +68,10 @@ struct SectionMark {
 struct StandardReading {
   Objective objective;
   std::vector<Row> rows;
-  std::map<std::string, Bound> bounds;          // only variables named in a bound statement
-  std::map<std::string, Place> integers;        // General and Binary, where named
+  std::map<std::string, Bound> bounds;    // only variables named in a bound statement
+  std::map<std::string, Place> integers;  // General and Binary, where named
   std::map<std::string, Place> binaries;
-  std::map<std::string, Place> firstMention;    // every variable, where it is first named
+  std::map<std::string, Place> firstMention;  // every variable, where it is first named
   std::vector<SectionMark> sections;
   std::optional<std::pair<Place, std::string>> error;  // the first thing it could not read
 };

@@ -2,12 +2,15 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cmath>
+#include <cstdint>
 #include <map>
 #include <set>
 #include <unordered_map>
 #include <unordered_set>
 
 #include <lpconv/containers/messages.h>
+#include <lpconv/converter/inequality_pairing.h>
 #include <lpconv/converter/line_matchers.h>
 #include <lpconv/converter/messages.h>
 #include <lpconv/formats/exact_number.h>
@@ -42,6 +45,21 @@ std::string text(const QQ& value) { return lpconv::exactText(lpconv::Coefficient
 std::string text(const lpconv::Coefficient& value) { return lpconv::exactText(value); }
 
 bool isInfinite(const lpconv::Coefficient& c) { return !c.isInline() && c.big().isInf; }
+
+// What the double route does to a decimal that has no exact binary form.
+constexpr char kThroughDouble[] =
+    "lpconv reads a number as a double and makes it exact through its 17-digit text (0.1 becomes "
+    "10000000000000001/100000000000000000); use integers, or accept the rounding";
+
+// Whether the two values differ only as the double route rounds (relative 1/10^15).
+bool throughDouble(const lpconv::Coefficient& lpconvValue, const lpconv::Coefficient& stated) {
+  const lpconv::dbl_t a = lpconv::approximate(lpconvValue);
+  const lpconv::dbl_t b = lpconv::approximate(stated);
+  if (!std::isfinite(static_cast<double>(a)) || !std::isfinite(static_cast<double>(b)))
+    return false;
+  const lpconv::dbl_t scale = std::max<lpconv::dbl_t>(1, std::fabs(b));
+  return std::fabs(a - b) <= scale * 1e-15L;
+}
 
 bool isDecimalWithIntegerPart(std::string_view written) {
   std::size_t i = 0;
@@ -93,6 +111,7 @@ class Checker {
     checkVariableCount();
     checkObjective();
     checkUnreadRows();
+    checkPairing();
     checkBounds();
     checkFailure();
     return finish();
@@ -357,9 +376,11 @@ class Checker {
                                                          : ""));
         continue;
       }
-      std::string trap = isInfinite(d) ? "a number beyond the double range (over about 309 digits) "
-                                         "reads as infinity; scale the row"
-                                       : termTrap(terms, *term->second, labelled);
+      std::string trap = throughDouble(d, s) ? kThroughDouble
+                         : isInfinite(d)
+                             ? "a number beyond the double range (over about 309 digits) "
+                               "reads as infinity; scale the row"
+                             : termTrap(terms, *term->second, labelled);
       warn(labelled && term->second->first ? rowAt : term->second->at,
            trap.empty() ? reads : reads + ": " + trap);
     }
@@ -440,7 +461,9 @@ class Checker {
     if (lpconv::identical(dialectRhs, rhs)) return;
     const std::string reads = "lpconv reads the right-hand side as " + text(dialectRhs) +
                               " where the file states " + text(rhs);
-    if (labelled) {
+    if (throughDouble(dialectRhs, rhs)) {
+      warn(s.rhsAt, reads + ": " + kThroughDouble);
+    } else if (labelled) {
       warn(s.at, reads + ": the row label is read as part of the expression; remove the label");
     } else if (s.sense == '<' && !s.leftConstants.empty()) {
       warn(s.leftConstants.front().second,
@@ -464,6 +487,43 @@ class Checker {
       if (standardRowLines_.count(d.line) == 0) {
         warn(d.line, 1, "lpconv reads a row here that the file does not state as one");
       }
+    }
+  }
+
+  // lpconv merges a ">=" row with the first "<=" row whose coefficients are equal within
+  // 1/10^9: a twin that is not exactly equal loses its own coefficients.
+  void checkPairing() {
+    if (dialect_.failure) return;
+    lpconv::Constraints constraints;
+    std::vector<long> lessLines;
+    std::vector<long> greaterLines;
+    for (const DialectRow& row : dialect_.rows) {
+      if (row.group == '>') {
+        constraints.greaterEqual.push_back({row.coefficients, row.rhs});
+        greaterLines.push_back(row.line);
+      } else if (row.group == '<') {
+        constraints.lessEqual.push_back({row.coefficients, row.rhs});
+        lessLines.push_back(row.line);
+      }
+    }
+    if (constraints.lessEqual.empty() || constraints.greaterEqual.empty()) return;
+    const auto merged = lpconv::pairInequalities(constraints);
+    const auto firstUpper = reinterpret_cast<std::uintptr_t>(&constraints.lessEqual.front().rhs);
+    for (std::size_t k = 0; k < constraints.greaterEqual.size() && k < merged.size(); ++k) {
+      // The upper side of a merged row is the right-hand side of its "<=" twin.
+      const auto upper = reinterpret_cast<std::uintptr_t>(merged[k].upper);
+      if (upper < firstUpper) continue;
+      const std::size_t j = (upper - firstUpper) / sizeof(lpconv::ConstraintRow);
+      if (j >= constraints.lessEqual.size() || &constraints.lessEqual[j].rhs != merged[k].upper) {
+        continue;
+      }
+      if (constraints.lessEqual[j].coefficients == constraints.greaterEqual[k].coefficients) {
+        continue;
+      }
+      warn(lessLines[j], 1,
+           "lpconv merges this row with the \">=\" row of line " + std::to_string(greaterLines[k]) +
+               ", whose coefficients differ from it by at most 1/10^9: this row's own "
+               "coefficients are lost; make twin rows exactly equal");
     }
   }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <climits>
 #include <cmath>
 #include <cstdint>
 #include <map>
@@ -346,31 +347,44 @@ class Checker {
   void compareTerms(const lpconv::SparseRow& dialectRow, const std::vector<Term>& terms,
                     bool labelled, const Place& rowAt, const char* what) {
     using lpconv::Coefficient;
-    std::map<long, Coefficient> dialect;
-    for (const auto& e : dialectRow.entries()) dialect[e.index] = e.value;
-    std::map<long, Coefficient> standard;
-    std::map<long, const Term*> lastTerm;
+    // The standard terms by column, a column named twice summed (its last term kept for the
+    // place); both sides are then walked in column order together.
+    standardTerms_.clear();
     for (const Term& term : terms) {
       const long column = columnOf(term.name);
-      if (column == 0) continue;
-      auto [it, fresh] = standard.emplace(column, term.value);
-      if (!fresh) it->second = lpconv::add(it->second, term.value);
-      lastTerm[column] = &term;
+      if (column != 0) standardTerms_.push_back({column, term.value, &term});
     }
-    std::set<long> columns;
-    for (const auto& [c, v] : dialect) columns.insert(c);
-    for (const auto& [c, v] : standard) columns.insert(c);
-    for (const long c : columns) {
-      const auto inDialect = dialect.find(c);
-      const auto inStandard = standard.find(c);
-      const Coefficient d = inDialect == dialect.end() ? Coefficient() : inDialect->second;
-      const Coefficient s = inStandard == standard.end() ? Coefficient() : inStandard->second;
+    std::stable_sort(standardTerms_.begin(), standardTerms_.end(),
+                     [](const ColumnTerm& a, const ColumnTerm& b) { return a.column < b.column; });
+    std::size_t out = 0;
+    for (std::size_t k = 0; k < standardTerms_.size(); ++k) {
+      if (out > 0 && standardTerms_[out - 1].column == standardTerms_[k].column) {
+        standardTerms_[out - 1].value =
+            lpconv::add(standardTerms_[out - 1].value, standardTerms_[k].value);
+        standardTerms_[out - 1].term = standardTerms_[k].term;
+      } else {
+        standardTerms_[out++] = std::move(standardTerms_[k]);
+      }
+    }
+    standardTerms_.resize(out);
+    const auto& dialect = dialectRow.entries();
+    const Coefficient zero;
+    std::size_t a = 0;
+    std::size_t b = 0;
+    while (a < dialect.size() || b < standardTerms_.size()) {
+      const long da = a < dialect.size() ? dialect[a].index : LONG_MAX;
+      const long sb = b < standardTerms_.size() ? standardTerms_[b].column : LONG_MAX;
+      const long c = std::min(da, sb);
+      const Coefficient& d = da == c ? dialect[a].value : zero;
+      const Coefficient& s = sb == c ? standardTerms_[b].value : zero;
+      const Term* last = sb == c ? standardTerms_[b].term : nullptr;
+      if (da == c) ++a;
+      if (sb == c) ++b;
       if (lpconv::identical(d, s)) continue;
       const std::string reads = "lpconv reads the " + std::string(what) + " coefficient of x" +
                                 std::to_string(c) + " as " + text(d) + " where the file states " +
                                 text(s);
-      const auto term = lastTerm.find(c);
-      if (term == lastTerm.end()) {
+      if (last == nullptr) {
         warn(labelled ? rowAt : rowAt, reads + (labelled ? ": the row label is read as part of "
                                                            "the expression; remove the label"
                                                          : ""));
@@ -380,9 +394,8 @@ class Checker {
                          : isInfinite(d)
                              ? "a number beyond the double range (over about 309 digits) "
                                "reads as infinity; scale the row"
-                             : termTrap(terms, *term->second, labelled);
-      warn(labelled && term->second->first ? rowAt : term->second->at,
-           trap.empty() ? reads : reads + ": " + trap);
+                             : termTrap(terms, *last, labelled);
+      warn(labelled && last->first ? rowAt : last->at, trap.empty() ? reads : reads + ": " + trap);
     }
   }
 
@@ -686,6 +699,12 @@ class Checker {
   DialectReading dialect_;
   StandardReading standard_;
   long maxColumn_ = 0;
+  struct ColumnTerm {
+    long column;
+    lpconv::Coefficient value;
+    const Term* term;
+  };
+  std::vector<ColumnTerm> standardTerms_;  // reused from row to row
   bool inRowComparison_ = false;
   std::vector<bool> secondary_;  // per message: found by the row comparison
   std::unordered_map<long, std::size_t> dialectRowAt_;

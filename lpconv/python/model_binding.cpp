@@ -368,7 +368,7 @@ model read with values="mpq"), and the infinities are math.inf and -math.inf.)")
       },
       py::arg("column"), py::arg("value"), "Sets the objective coefficient of a column (by index or name).");
 
-  model.def("write", &writeModelFile, py::arg("path"), py::arg("format") = py::none(),
+  model.def("_write", &writeModelFile, py::arg("path"), py::arg("format") = py::none(),
             py::arg("names") = py::none(),
             "Writes the model to `path` as \"lp\", \"mps\" or \"opt\" (`format`, or the name's extension).\n"
             "For .opt, `names` is the path of the name map to write beside it. What an .opt file cannot\n"

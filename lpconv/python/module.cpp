@@ -86,6 +86,11 @@ PYBIND11_MODULE(_core, module) {
   module.def("_set_error_types", &setErrorTypes, py::arg("parse_error"), py::arg("library_error"),
              "Registers the exception classes that ParseError and library failures become.");
 
+  module.def(
+      "_report_failure", [](const std::string& message) { lpconv::reportFailure(message); },
+      py::arg("message"),
+      "Reports a library failure, as a failing library operation would (for the package's tests).");
+
   bindModel(module);
 
   module.def("read", &readFile, py::arg("path"), py::arg("format") = py::none(),

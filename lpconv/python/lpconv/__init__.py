@@ -113,5 +113,16 @@ def _to_scipy(self):
     return scipy.sparse.csr_matrix((csr.to_float(), csr.indices, csr.indptr), shape=csr.shape)
 
 
+def _write(self, path, format=None, names=None):
+    """Writes the model to ``path`` as ``"lp"``, ``"mps"`` or ``"opt"`` (``format``, or the
+    name's extension: .lp, .mps, .opt; compressed output is not supported). For .opt, ``names``
+    is the path of the name map to write beside it. What an .opt file cannot hold (an objective
+    constant, a row without a finite side) is reported as a warning. The GIL is released while
+    the file is written; do not change the model from another thread meanwhile.
+    """
+    self._write(str(path), format, None if names is None else str(names))
+
+
 Model.csr = _csr
+Model.write = _write
 Model.to_scipy = _to_scipy

@@ -49,7 +49,8 @@ py::list matrixValues(const Model& model, const ValueMaker& make) {
   for (Model::Index i = 0; i < model.rowCount(); ++i) {
     const RowView row = model.row(i);
     for (std::size_t e = 0; e < row.size(); ++e, ++k) {
-      PyList_SET_ITEM(values.ptr(), static_cast<py::ssize_t>(k), make(row.value(e)).release().ptr());
+      PyList_SET_ITEM(values.ptr(), static_cast<py::ssize_t>(k),
+                      make(row.value(e)).release().ptr());
     }
   }
   return values;

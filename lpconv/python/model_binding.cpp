@@ -20,8 +20,9 @@ namespace {
 using Index = Model::Index;
 
 // A column or row given by its index (negative counts from the end, as Python does) or its name.
-Index indexOf(py::handle key, Index count, std::optional<Index> (*find)(const Model&, std::string_view),
-              const Model& model, const char* what) {
+Index indexOf(py::handle key, Index count,
+              std::optional<Index> (*find)(const Model&, std::string_view), const Model& model,
+              const char* what) {
   if (PyUnicode_Check(key.ptr())) {
     const std::string name = key.cast<std::string>();
     if (const auto found = find(model, name)) return *found;
@@ -110,10 +111,10 @@ void writeModelFile(const PythonModel& self, const std::string& path,
                     std::optional<std::string> formatWordArg, std::optional<std::string> names) {
   std::optional<Format> chosen = formatWordArg ? formatOfWord(*formatWordArg) : formatOfName(path);
   if (!chosen) {
-    throw py::value_error(formatWordArg
-                              ? "format must be \"lp\", \"mps\" or \"opt\", not \"" + *formatWordArg + "\""
-                              : "cannot tell the format from the name '" + path +
-                                    "' (expected .lp, .mps or .opt); give format=");
+    throw py::value_error(formatWordArg ? "format must be \"lp\", \"mps\" or \"opt\", not \"" +
+                                              *formatWordArg + "\""
+                                        : "cannot tell the format from the name '" + path +
+                                              "' (expected .lp, .mps or .opt); give format=");
   }
   if (names && *chosen != Format::opt) throw py::value_error("a name map belongs to an .opt file");
   if (path.size() >= 3 && path.compare(path.size() - 3, 3, ".gz") == 0) {
@@ -176,10 +177,12 @@ model read with values="mpq"), and the infinities are math.inf and -math.inf.)")
           throw py::value_error("sense must be \"minimize\" or \"maximize\", not \"" + word + "\"");
         }
       },
-      "The objective sense: \"minimize\" or \"maximize\" (\"min\" and \"max\" are accepted when set).");
+      "The objective sense: \"minimize\" or \"maximize\" (\"min\" and \"max\" are accepted when "
+      "set).");
 
   model.def_property(
-      "objective_name", [](const PythonModel& self) { return nameObject(self.model.objectiveName()); },
+      "objective_name",
+      [](const PythonModel& self) { return nameObject(self.model.objectiveName()); },
       [](PythonModel& self, const std::string& name) { self.model.setObjectiveName(name); },
       "The name of the objective row.");
 
@@ -192,7 +195,8 @@ model read with values="mpq"), and the infinities are math.inf and -math.inf.)")
       "The constant term of the objective.");
 
   model.def_property(
-      "values", [](const PythonModel& self) { return self.kind == ValueKind::mpq ? "mpq" : "fraction"; },
+      "values",
+      [](const PythonModel& self) { return self.kind == ValueKind::mpq ? "mpq" : "fraction"; },
       [](PythonModel& self, const std::string& word) {
         const ValueKind kind = valueKindOf(word);
         ValueMaker check(kind);  // raises ImportError for "mpq" without gmpy2
@@ -220,7 +224,8 @@ model read with values="mpq"), and the infinities are math.inf and -math.inf.)")
   model.def_property_readonly(
       "row_names",
       [](const PythonModel& self) {
-        return listOf(self.model.rowCount(), [&](Index i) { return nameObject(self.model.rowName(i)); });
+        return listOf(self.model.rowCount(),
+                      [&](Index i) { return nameObject(self.model.rowName(i)); });
       },
       "The row names, in row order (a new list).");
 
@@ -282,20 +287,25 @@ model read with values="mpq"), and the infinities are math.inf and -math.inf.)")
         return out;
       },
       py::arg("row"),
-      "The entries of one row (by index or name) as a dict {column name: value}, columns ascending.");
+      "The entries of one row (by index or name) as a dict {column name: value}, columns "
+      "ascending.");
 
   model.def(
-      "column_index", [](const PythonModel& self, py::handle key) { return columnOf(self.model, key); },
-      py::arg("column"), "The index of a column given by name (or index); KeyError when there is none.");
+      "column_index",
+      [](const PythonModel& self, py::handle key) { return columnOf(self.model, key); },
+      py::arg("column"),
+      "The index of a column given by name (or index); KeyError when there is none.");
   model.def(
       "row_index", [](const PythonModel& self, py::handle key) { return rowOf(self.model, key); },
       py::arg("row"), "The index of a row given by name (or index); KeyError when there is none.");
 
   model.def(
-      "_csr_arrays", [](const PythonModel& self) { return csrArrays(self.model, ValueMaker(self.kind)); },
+      "_csr_arrays",
+      [](const PythonModel& self) { return csrArrays(self.model, ValueMaker(self.kind)); },
       "The CSR arrays as a dict (see Model.csr).");
   model.def(
-      "_matrix_values", [](const PythonModel& self) { return matrixValues(self.model, ValueMaker(self.kind)); },
+      "_matrix_values",
+      [](const PythonModel& self) { return matrixValues(self.model, ValueMaker(self.kind)); },
       "Every matrix value in CSR order as a list (see CSR.values).");
 
   // --- Building ---
@@ -303,11 +313,13 @@ model read with values="mpq"), and the infinities are math.inf and -math.inf.)")
       "add_column",
       [](PythonModel& self, const std::string& name, py::handle lower, py::handle upper,
          py::handle objective, bool integer) {
-        if (self.model.findColumn(name)) throw py::value_error("a column named '" + name + "' exists");
+        if (self.model.findColumn(name))
+          throw py::value_error("a column named '" + name + "' exists");
         Coefficient lo = toCoefficient(lower);
         Coefficient up = toCoefficient(upper);
         Coefficient cost = toCoefficient(objective);
-        if (!cost.isInline() && cost.big().isInf) throw py::value_error("an objective coefficient must be finite");
+        if (!cost.isInline() && cost.big().isInf)
+          throw py::value_error("an objective coefficient must be finite");
         const Index j = self.model.addColumn(name);
         self.model.setColumnLower(j, std::move(lo));
         self.model.setColumnUpper(j, std::move(up));
@@ -317,7 +329,8 @@ model read with values="mpq"), and the infinities are math.inf and -math.inf.)")
       },
       py::arg("name"), py::arg("lower") = 0, py::arg("upper") = INFINITY, py::arg("objective") = 0,
       py::arg("integer") = false,
-      "Adds a column with a new name and returns its index. Values may be int, Fraction, gmpy2.mpq,\n"
+      "Adds a column with a new name and returns its index. Values may be int, Fraction, "
+      "gmpy2.mpq,\n"
       "float (taken exactly), math.inf or text such as \"0.1\" or \"1/3\".");
 
   model.def(
@@ -330,8 +343,10 @@ model read with values="mpq"), and the infinities are math.inf and -math.inf.)")
         Coefficient up = toCoefficient(upper);
         return self.model.addRow(name, list, std::move(lo), std::move(up));
       },
-      py::arg("name"), py::arg("entries"), py::arg("lower") = -INFINITY, py::arg("upper") = INFINITY,
-      "Adds a row lower <= sum(value * column) <= upper and returns its index. `entries` is a dict\n"
+      py::arg("name"), py::arg("entries"), py::arg("lower") = -INFINITY,
+      py::arg("upper") = INFINITY,
+      "Adds a row lower <= sum(value * column) <= upper and returns its index. `entries` is a "
+      "dict\n"
       "{column: value} or pairs (column, value), columns by index or name; a column named twice\n"
       "adds up and zeros are dropped.");
 
@@ -358,21 +373,26 @@ model read with values="mpq"), and the infinities are math.inf and -math.inf.)")
       [](PythonModel& self, py::handle column, bool integer) {
         self.model.setInteger(columnOf(self.model, column), integer);
       },
-      py::arg("column"), py::arg("integer") = true, "Makes a column (by index or name) integer or continuous.");
+      py::arg("column"), py::arg("integer") = true,
+      "Makes a column (by index or name) integer or continuous.");
   model.def(
       "set_objective",
       [](PythonModel& self, py::handle column, py::handle value) {
         Coefficient cost = toCoefficient(value);
-        if (!cost.isInline() && cost.big().isInf) throw py::value_error("an objective coefficient must be finite");
+        if (!cost.isInline() && cost.big().isInf)
+          throw py::value_error("an objective coefficient must be finite");
         self.model.setObjective(columnOf(self.model, column), std::move(cost));
       },
-      py::arg("column"), py::arg("value"), "Sets the objective coefficient of a column (by index or name).");
+      py::arg("column"), py::arg("value"),
+      "Sets the objective coefficient of a column (by index or name).");
 
-  model.def("_write", &writeModelFile, py::arg("path"), py::arg("format") = py::none(),
-            py::arg("names") = py::none(),
-            "Writes the model to `path` as \"lp\", \"mps\" or \"opt\" (`format`, or the name's extension).\n"
-            "For .opt, `names` is the path of the name map to write beside it. What an .opt file cannot\n"
-            "hold is reported as a warning. The GIL is released while the file is written.");
+  model.def(
+      "_write", &writeModelFile, py::arg("path"), py::arg("format") = py::none(),
+      py::arg("names") = py::none(),
+      "Writes the model to `path` as \"lp\", \"mps\" or \"opt\" (`format`, or the name's "
+      "extension).\n"
+      "For .opt, `names` is the path of the name map to write beside it. What an .opt file cannot\n"
+      "hold is reported as a warning. The GIL is released while the file is written.");
 
   model.def_property_readonly(
       "messages", [](const PythonModel& self) { return self.messages; },
@@ -380,15 +400,19 @@ model read with values="mpq"), and the infinities are math.inf and -math.inf.)")
 
   model.def(
       "__eq__",
-      [](const PythonModel& self, const PythonModel& other) { return sameModel(self.model, other.model); },
+      [](const PythonModel& self, const PythonModel& other) {
+        return sameModel(self.model, other.model);
+      },
       py::arg("other"),
-      "Exactly the same model: sense, objective, names, bounds, integrality, rows (their file lines aside).");
+      "Exactly the same model: sense, objective, names, bounds, integrality, rows (their file "
+      "lines aside).");
   model.def(
       "__repr__",
       [](const PythonModel& self) {
         std::ostringstream text;
-        text << "<lpconv.Model " << (self.model.sense() == ObjectiveSense::maximize ? "maximize" : "minimize")
-             << ", " << self.model.columnCount() << " columns, " << self.model.rowCount() << " rows, "
+        text << "<lpconv.Model "
+             << (self.model.sense() == ObjectiveSense::maximize ? "maximize" : "minimize") << ", "
+             << self.model.columnCount() << " columns, " << self.model.rowCount() << " rows, "
              << self.model.nonzeroCount() << " nonzeros>";
         return text.str();
       },

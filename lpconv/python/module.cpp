@@ -31,18 +31,20 @@ void raiseParseError(const ParseError& error) {
   const Diagnostic& d = error.diagnostic();
   std::string text = format(d);
   while (!text.empty() && text.back() == '\n') text.pop_back();
-  py::object instance = py::reinterpret_borrow<py::object>(parseErrorType)(
-      text, d.file, d.line, d.column, d.message);
+  py::object instance =
+      py::reinterpret_borrow<py::object>(parseErrorType)(text, d.file, d.line, d.column, d.message);
   PyErr_SetObject(parseErrorType.ptr(), instance.ptr());
 }
 
-std::unique_ptr<PythonModel> readFile(const std::string& path, std::optional<std::string> formatWordArg,
+std::unique_ptr<PythonModel> readFile(const std::string& path,
+                                      std::optional<std::string> formatWordArg,
                                       std::optional<std::string> names, const std::string& values) {
   std::optional<Format> chosen;
   if (formatWordArg) {
     chosen = formatOfWord(*formatWordArg);
     if (!chosen) {
-      throw py::value_error("format must be \"lp\", \"mps\" or \"opt\", not \"" + *formatWordArg + "\"");
+      throw py::value_error("format must be \"lp\", \"mps\" or \"opt\", not \"" + *formatWordArg +
+                            "\"");
     }
   }
   auto result = std::make_unique<PythonModel>();

@@ -17,9 +17,8 @@ namespace {
 // against the constructor, so another Python's Fraction falls back to the constructor.
 bool directFractionsWork(const py::object& fractionType) {
   try {
-    py::object made = py::reinterpret_steal<py::object>(
-        PyBaseObject_Type.tp_new(reinterpret_cast<PyTypeObject*>(fractionType.ptr()),
-                                 py::tuple().ptr(), nullptr));
+    py::object made = py::reinterpret_steal<py::object>(PyBaseObject_Type.tp_new(
+        reinterpret_cast<PyTypeObject*>(fractionType.ptr()), py::tuple().ptr(), nullptr));
     if (!made) throw py::error_already_set();
     py::setattr(made, "_numerator", py::int_(-3));
     py::setattr(made, "_denominator", py::int_(7));
@@ -43,9 +42,7 @@ void bigParts(const QQ& q, mpz_t numerator, mpz_t denominator) {
   mpz_set(denominator, q.nenner.value);
 }
 
-py::object infinityObject(bool positive) {
-  return py::float_(positive ? INFINITY : -INFINITY);
-}
+py::object infinityObject(bool positive) { return py::float_(positive ? INFINITY : -INFINITY); }
 
 // A Python int as a GMP integer, by its hexadecimal text ("-0x1f"), which GMP reads with base 0.
 void mpzFromInt(mpz_t out, py::handle value) {

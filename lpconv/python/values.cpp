@@ -1,5 +1,7 @@
 #include <lpconv/python/values.h>
 
+#include <structmember.h>
+
 #include <cmath>
 #include <string>
 
@@ -12,22 +14,49 @@ namespace lpconv::python {
 
 namespace {
 
-// Fraction keeps its parts in the slots _numerator and _denominator; filling them directly skips
-// the gcd the constructor would compute again for parts already in lowest terms. Checked once
-// against the constructor, so another Python's Fraction falls back to the constructor.
-bool directFractionsWork(const py::object& fractionType) {
-  try {
-    py::object made = py::reinterpret_steal<py::object>(PyBaseObject_Type.tp_new(
-        reinterpret_cast<PyTypeObject*>(fractionType.ptr()), py::tuple().ptr(), nullptr));
-    if (!made) throw py::error_already_set();
-    py::setattr(made, "_numerator", py::int_(-3));
-    py::setattr(made, "_denominator", py::int_(7));
-    py::object expected = fractionType(-3, 7);
-    return made.equal(expected) && py::hash(made) == py::hash(expected) &&
-           py::str(made).cast<std::string>() == "-3/7";
-  } catch (const py::error_already_set&) {
-    return false;
+// Fraction keeps its parts in the slots _numerator and _denominator. Filling the slots of a
+// freshly allocated Fraction skips the gcd its constructor would compute again for parts that
+// are in lowest terms already, and the constructor's Python code. The slot offsets come from the
+// class's member descriptors; the result is checked once against the constructor, so a Python
+// whose Fraction is built otherwise falls back to the constructor.
+Py_ssize_t slotOffset(const py::object& type, const char* name) {
+  py::object descriptor = type.attr(name);
+  if (Py_TYPE(descriptor.ptr()) != &PyMemberDescr_Type) return -1;
+  const PyMemberDef* member = reinterpret_cast<PyMemberDescrObject*>(descriptor.ptr())->d_member;
+  return member->type == T_OBJECT_EX ? member->offset : -1;
+}
+
+// A new reference to a Fraction holding the two parts (references stolen).
+PyObject* fillFraction(const py::object& type, const FractionSlots& slots, PyObject* numerator,
+                       PyObject* denominator) {
+  auto* fractionType = reinterpret_cast<PyTypeObject*>(type.ptr());
+  PyObject* made = fractionType->tp_alloc(fractionType, 0);
+  if (made == nullptr) {
+    Py_DECREF(numerator);
+    Py_DECREF(denominator);
+    throw py::error_already_set();
   }
+  *reinterpret_cast<PyObject**>(reinterpret_cast<char*>(made) + slots.numerator) = numerator;
+  *reinterpret_cast<PyObject**>(reinterpret_cast<char*>(made) + slots.denominator) = denominator;
+  return made;
+}
+
+FractionSlots directFractionSlots(const py::object& fractionType) {
+  try {
+    FractionSlots slots{slotOffset(fractionType, "_numerator"),
+                        slotOffset(fractionType, "_denominator")};
+    if (!slots.usable()) return {};
+    py::object made = py::reinterpret_steal<py::object>(
+        fillFraction(fractionType, slots, PyLong_FromLong(-3), PyLong_FromLong(7)));
+    py::object expected = fractionType(-3, 7);
+    if (made.equal(expected) && py::hash(made) == py::hash(expected) &&
+        py::str(made).cast<std::string>() == "-3/7" &&
+        py::object(made.attr("denominator")).equal(py::int_(7))) {
+      return slots;
+    }
+  } catch (const py::error_already_set&) {
+  }
+  return {};
 }
 
 py::object int64Object(std::int64_t v) {
@@ -97,19 +126,15 @@ ValueMaker::ValueMaker(ValueKind kind) : kind_(kind) {
     type_ = py::module_::import("gmpy2").attr("mpq");
   } else {
     type_ = py::module_::import("fractions").attr("Fraction");
-    static const bool direct = directFractionsWork(type_);
-    direct_ = direct;
+    static const FractionSlots slots = directFractionSlots(type_);
+    slots_ = slots;
   }
 }
 
 py::object ValueMaker::fromIntegers(py::object numerator, py::object denominator) const {
-  if (kind_ == ValueKind::fraction && direct_) {
-    py::object made = py::reinterpret_steal<py::object>(PyBaseObject_Type.tp_new(
-        reinterpret_cast<PyTypeObject*>(type_.ptr()), py::tuple().ptr(), nullptr));
-    if (!made) throw py::error_already_set();
-    py::setattr(made, "_numerator", numerator);
-    py::setattr(made, "_denominator", denominator);
-    return made;
+  if (kind_ == ValueKind::fraction && slots_.usable()) {
+    return py::reinterpret_steal<py::object>(
+        fillFraction(type_, slots_, numerator.release().ptr(), denominator.release().ptr()));
   }
   return type_(numerator, denominator);
 }

@@ -18,6 +18,13 @@ enum class ValueKind { fraction, mpq };
 // ImportError.
 ValueKind valueKindOf(const std::string& word);
 
+// Where a Fraction keeps its two parts, when they can be filled in directly (both > 0).
+struct FractionSlots {
+  Py_ssize_t numerator = -1;
+  Py_ssize_t denominator = -1;
+  bool usable() const { return numerator > 0 && denominator > 0; }
+};
+
 // Makes Python values of one kind. Holds references to the Python types it builds, so it is
 // made and used while the GIL is held.
 class ValueMaker {
@@ -32,7 +39,7 @@ class ValueMaker {
 
   ValueKind kind_;
   pybind11::object type_;
-  bool direct_ = false;  // Fractions built from their two parts without normalising again
+  FractionSlots slots_;
 };
 
 // A Python int of any size from a GMP integer.

@@ -27,6 +27,34 @@ def rebuilt_in_python(model):
     return copy
 
 
+FIELDS = ["sense", "objective_name", "constant", "column_names", "row_names", "column_lower", "column_upper",
+          "objective_vector", "integrality", "row_lower", "row_upper"]
+
+
+def differences(a, b):
+    """The fields in which two models differ, for a failure's message."""
+    out = [name for name in FIELDS if getattr(a, name) != getattr(b, name)]
+    out += [f"row {i}" for i in range(min(a.num_rows, b.num_rows)) if a.row(i) != b.row(i)][:5]
+    return out
+
+
+def same_model_read_back(model, path, exact_names):
+    """The file at `path` reads back to `model`. A writer must name an unnamed objective, and
+    may change names that its format cannot hold (then the values are compared by position)."""
+    again = read_or_skip(path)
+    if exact_names:
+        if model.objective_name == "":
+            again.objective_name = ""
+        assert again == model, f"{path.name}: {differences(again, model)}"
+        return
+    named = {"objective_name", "column_names", "row_names"}
+    assert [f for f in differences(again, model) if f in FIELDS and f not in named] == []
+    a, b = again.csr(), model.csr()
+    for array in ("indptr", "indices", "numerator", "denominator"):
+        assert (getattr(a, array) == getattr(b, array)).all(), array
+    assert a.overflow == b.overflow
+
+
 def accepted_or_skip(path):
     """The model of a corpus file, or a skip when the readers reject the file (with a placed error)."""
     try:
@@ -45,7 +73,7 @@ def test_corpus_round_trip(path, tmp_path):
     for suffix in (".lp", ".mps"):
         out = tmp_path / ("again" + suffix)
         write_or_skip(rebuilt, out)
-        assert read_or_skip(out) == model, f"{path.name} through {suffix}"
+        same_model_read_back(model, out, exact_names=suffix == path.suffix)
 
 
 def mps_column_entries(path):
@@ -86,7 +114,7 @@ def test_values_equal_the_fraction_of_their_text(path):
 MALFORMED = [
     # (file name, text, line, column of the fault)
     ("bad_number.mps", "NAME t\nROWS\n N obj\n L c\nCOLUMNS\n x c 1.2.3\nRHS\nENDATA\n", 6, 6),
-    ("bad_number.lp", "Minimize\n obj: x\nSubject To\n c: 2..5 x <= 1\nEnd\n", 4, 5),
+    ("bad_number.lp", "Minimize\n obj: x\nSubject To\n c: 2 x <= 0x1A\nEnd\n", 4, 12),
 ]
 
 
@@ -129,11 +157,15 @@ def test_format_and_gzip(tmp_path):
     model.add_row("c", {"x": Fraction(1, 3)}, upper=1)
     plain = tmp_path / "model.txt"
     write_or_skip(model, plain, format="mps")
-    assert read_or_skip(plain, format="mps") == model
+    again = read_or_skip(plain, format="mps")
+    again.objective_name = ""
+    assert again == model, differences(again, model)
     packed = tmp_path / "model.mps.gz"
     with open(plain, "rb") as src, gzip.open(packed, "wb") as dst:
         shutil.copyfileobj(src, dst)
-    assert read_or_skip(packed) == model
+    packed_again = read_or_skip(packed)
+    packed_again.objective_name = ""
+    assert packed_again == model
     with pytest.raises(ValueError, match="compressed"):
         model.write(tmp_path / "out.lp.gz")
 

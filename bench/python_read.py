@@ -59,13 +59,15 @@ def ensure_build(build):
 
 
 def best_of(repeats, work):
-    best = float("inf")
+    """The least wall time and the least processor time of `repeats` runs of work()."""
+    best, best_cpu = float("inf"), float("inf")
     for _ in range(repeats):
-        start = time.perf_counter()
+        start, start_cpu = time.perf_counter(), time.process_time()
         result = work()
+        best_cpu = min(best_cpu, time.process_time() - start_cpu)
         best = min(best, time.perf_counter() - start)
         del result
-    return best
+    return best, best_cpu
 
 
 def main():
@@ -88,7 +90,7 @@ def main():
         size = os.path.getsize(model_path) / 1e6
         cxx = subprocess.run([str(build / "bench" / "read_model_benchmark"), model_path, str(args.repeats)],
                              check=True, capture_output=True, text=True).stdout.split()
-        cxx_seconds = float(cxx[1])
+        cxx_seconds, cxx_cpu = float(cxx[1]), float(cxx[3])
         read_seconds = best_of(args.repeats, lambda: lpconv.read(model_path))
         both_seconds = best_of(args.repeats, lambda: lpconv.read(model_path).csr())
         model = lpconv.read(model_path)
@@ -99,14 +101,18 @@ def main():
         fractions = sum(1 for v in sample if type(v) is not int)
         del sample
 
-    ratio = both_seconds / cxx_seconds
+    ratio = both_seconds[0] / cxx_seconds
+    ratio_cpu = both_seconds[1] / cxx_cpu
+    per_value = [t / max(nonzeros, 1) * 1e9 for t in values_seconds]
     print(f"model            {size:.1f} MB, {model.num_rows} rows, {model.num_columns} columns, {nonzeros} nonzeros")
-    print(f"C++ read         {cxx_seconds:.3f} s")
-    print(f"lpconv.read      {read_seconds:.3f} s")
-    print(f"read + csr()     {both_seconds:.3f} s  = {ratio:.2f} x the C++ read (target <= 1.5)")
-    print(f"CSR.values()     {values_seconds:.3f} s  = {values_seconds / max(nonzeros, 1) * 1e9:.0f} ns per value "
-          f"({fractions} Fractions, {nonzeros - fractions} ints)")
-    return 0 if ratio <= 1.5 else 3
+    print("                 wall s   cpu s")
+    print(f"C++ read         {cxx_seconds:7.3f} {cxx_cpu:7.3f}")
+    print(f"lpconv.read      {read_seconds[0]:7.3f} {read_seconds[1]:7.3f}")
+    print(f"read + csr()     {both_seconds[0]:7.3f} {both_seconds[1]:7.3f}   = {ratio:.2f} x the C++ read "
+          f"(cpu {ratio_cpu:.2f} x; target <= 1.5)")
+    print(f"CSR.values()     {values_seconds[0]:7.3f} {values_seconds[1]:7.3f}   = {per_value[0]:.0f} ns per value "
+          f"(cpu {per_value[1]:.0f} ns; {fractions} Fractions, {nonzeros - fractions} ints)")
+    return 0 if max(ratio, ratio_cpu) <= 1.5 else 3
 
 
 if __name__ == "__main__":

@@ -16,6 +16,11 @@ set(CPACK_DEBIAN_PACKAGE_SECTION math)
 # The headers include <gmp.h> and the libraries need libgmp: users of the library need the
 # development package, the program needs only what dpkg-shlibdeps finds.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "libgmp-dev")
+if(LPCONV_PYTHON)
+  # The module is built for one interpreter version; numpy carries the CSR arrays.
+  set(CPACK_DEBIAN_PACKAGE_DEPENDS "${CPACK_DEBIAN_PACKAGE_DEPENDS}, python3 (>= ${LPCONV_PYTHON_VERSION}), python3 (<< ${LPCONV_PYTHON_VERSION}.99), python3-numpy")
+  set(CPACK_DEBIAN_PACKAGE_SUGGESTS "python3-scipy, python3-gmpy2")
+endif()
 find_program(LPCONV_DPKG_SHLIBDEPS dpkg-shlibdeps)
 if(LPCONV_DPKG_SHLIBDEPS)
   set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)

@@ -298,7 +298,9 @@ void appendExactText(std::string& out, const Coefficient& value) {
     plain = digits;
     plain.insert(plain.size() - static_cast<std::size_t>(-exponent), 1, '.');
   } else {
-    plain = "0." + std::string(static_cast<std::size_t>(-exponent) - digits.size(), '0') + digits;
+    plain.assign("0.");
+    plain.append(static_cast<std::size_t>(-exponent) - digits.size(), '0');
+    plain += digits;
   }
   // Scientific form d[.ddd]e[+-]X with X the exponent of the first digit.
   const long leading = exponent + static_cast<long>(digits.size()) - 1;

@@ -62,7 +62,7 @@ class LpReader {
   bool midLineAllowed() const {
     return section_ != LpSection::generals && section_ != LpSection::binaries;
   }
-  bool startsSection();
+  bool namesSection();
   bool atLabel() {
     return lex_.peek().kind == LpTokenKind::name && lex_.peek(1).kind == LpTokenKind::colon;
   }
@@ -147,7 +147,7 @@ bool LpReader::atStatementEnd(bool midLine) {
   return atSectionStart(t, midLine && midLineAllowed(), &k, &words);
 }
 
-bool LpReader::startsSection() {
+bool LpReader::namesSection() {
   const LpKeyword* k = nullptr;
   std::size_t words = 0;
   if (!atSectionStart(lex_.peek(), midLineAllowed(), &k, &words)) return false;
@@ -175,7 +175,7 @@ Model LpReader::read() {
   for (;;) {
     const LpToken& t = lex_.peek();
     if (t.kind == LpTokenKind::end) break;
-    if (startsSection()) {
+    if (namesSection()) {
       if (section_ == LpSection::end) {
         const LpToken& after = lex_.peek();
         if (after.kind != LpTokenKind::end) {

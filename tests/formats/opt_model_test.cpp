@@ -265,6 +265,9 @@ struct BadInput {
   std::string headline;
 };
 
+// Test names must not depend on the addresses inside the value.
+void PrintTo(const BadInput& bad, std::ostream* os) { *os << bad.name; }
+
 class OptModelReaderErrors : public ::testing::TestWithParam<BadInput> {};
 
 TEST_P(OptModelReaderErrors, EndTheReadWithAPlace) {

@@ -8,7 +8,7 @@ from fractions import Fraction
 
 import lpconv
 import pytest
-from conftest import CORPUS, corpus_files, read_or_skip, write_or_skip
+from conftest import CORPUS, corpus_files
 
 FILES = corpus_files()
 
@@ -41,7 +41,7 @@ def differences(a, b):
 def same_model_read_back(model, path, exact_names):
     """The file at `path` reads back to `model`. A writer must name an unnamed objective, and
     may change names that its format cannot hold (then the values are compared by position)."""
-    again = read_or_skip(path)
+    again = lpconv.read(path)
     if exact_names:
         if model.objective_name == "":
             again.objective_name = ""
@@ -58,7 +58,7 @@ def same_model_read_back(model, path, exact_names):
 def accepted_or_skip(path):
     """The model of a corpus file, or a skip when the readers reject the file (with a placed error)."""
     try:
-        return read_or_skip(path)
+        return lpconv.read(path)
     except lpconv.ParseError as error:
         assert error.path == str(path) and str(error).startswith(str(path) + ":")
         pytest.skip(f"rejected: {error.message}")
@@ -72,7 +72,7 @@ def test_corpus_round_trip(path, tmp_path):
     assert rebuilt == model
     for suffix in (".lp", ".mps"):
         out = tmp_path / ("again" + suffix)
-        write_or_skip(rebuilt, out)
+        rebuilt.write(out)
         same_model_read_back(model, out, exact_names=suffix == path.suffix)
 
 
@@ -123,7 +123,7 @@ def test_malformed_file_gives_its_place(tmp_path, name, text, line, column):
     path = tmp_path / name
     path.write_text(text)
     with pytest.raises(lpconv.ParseError) as caught:
-        read_or_skip(path)
+        lpconv.read(path)
     error = caught.value
     assert isinstance(error, ValueError)
     assert (error.path, error.line, error.column) == (str(path), line, column), str(error)
@@ -156,14 +156,14 @@ def test_format_and_gzip(tmp_path):
     model.add_column("x", upper=Fraction(5, 2), objective=1)
     model.add_row("c", {"x": Fraction(1, 3)}, upper=1)
     plain = tmp_path / "model.txt"
-    write_or_skip(model, plain, format="mps")
-    again = read_or_skip(plain, format="mps")
+    model.write(plain, format="mps")
+    again = lpconv.read(plain, format="mps")
     again.objective_name = ""
     assert again == model, differences(again, model)
     packed = tmp_path / "model.mps.gz"
     with open(plain, "rb") as src, gzip.open(packed, "wb") as dst:
         shutil.copyfileobj(src, dst)
-    packed_again = read_or_skip(packed)
+    packed_again = lpconv.read(packed)
     packed_again.objective_name = ""
     assert packed_again == model
     with pytest.raises(ValueError, match="compressed"):
@@ -173,7 +173,7 @@ def test_format_and_gzip(tmp_path):
 @pytest.mark.skipif(len(FILES) < 2, reason="the standard corpus is not there (LPCONV_CORPUS)")
 def test_two_threads_read_the_same_models_as_one_after_the_other():
     pair = [CORPUS / "25fv47.mps", CORPUS / "80bau3b.mps"]
-    alone = [read_or_skip(p) for p in pair]
+    alone = [lpconv.read(p) for p in pair]
     for _ in range(3):
         results = [None, None]
 

@@ -195,7 +195,7 @@ class Checker {
                      "\": lpconv counts it for the number of variables but never reads it as a "
                      "variable, so its coefficients and bounds are lost; write x" +
                      name.substr(1));
-      } else if (lpconv::startsSection(name)) {
+      } else if (lpconv::namesSection(name)) {
         // Reported where the word ends a section.
         nonColumn_.insert(name);
       } else {
@@ -231,7 +231,7 @@ class Checker {
     // A section word inside a name or label ends the constraint block (or a section) for lpconv.
     for (long line = dialect_.subjectToLine + 1; line <= lines_.count(); ++line) {
       const std::string_view lineText = lines_.text(line);
-      if (!lpconv::startsSection(lineText) || standardSectionAt(line)) continue;
+      if (!lpconv::namesSection(lineText) || standardSectionAt(line)) continue;
       std::string folded(lineText);
       for (char& c : folded) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
       std::size_t column = std::string::npos;

@@ -13,6 +13,21 @@ namespace lpcheck {
 
 namespace {
 
+// The objective pass over `lines` alone, as the program runs it on the lines before "Subject To".
+lpconv::Objective objectiveOf(std::string_view lines, long n) {
+  lpconv::ConstraintBlock block;
+  block.subjectTo = lines.size();
+  return lpconv::readObjective(lines, block, n);
+}
+
+// The constraint pass over one line, counted once in each group, so that it files that row.
+lpconv::Constraints rowOf(std::string_view line, long n) {
+  lpconv::ConstraintBlock block;
+  block.counts = lpconv::RowCounts{1, 1, 1};
+  block.rows = line;
+  return lpconv::readConstraints(block, n);
+}
+
 using lpconv::FailureException;
 
 // A failure or an abort of one pass, or nothing.
@@ -118,7 +133,7 @@ DialectReading readDialect(std::string_view text, const LineIndex& index,
     }
     std::size_t end = text.size();
     for (std::size_t start = begin; lines.next(line); start = lines.position()) {
-      if (lpconv::startsSection(line)) {
+      if (lpconv::namesSection(line)) {
         end = start;
         block.sectionLine = line;
         break;
@@ -158,18 +173,16 @@ DialectReading readDialect(std::string_view text, const LineIndex& index,
 
   const std::string_view objectiveLines = text.substr(0, block.subjectTo);
   const auto objectiveFailure =
-      attempt([&] { out.objective = lpconv::readObjectiveLines(objectiveLines, out.variables); });
+      attempt([&] { out.objective = objectiveOf(objectiveLines, out.variables); });
   out.objectiveFailed = objectiveFailure.has_value();
   if (objectiveFailure && !out.failure) {
     out.failure = objectiveFailure;
-    out.failure->line = failingLine(objectiveLines, 1, [&](std::string_view p) {
-      lpconv::readObjectiveLines(p, out.variables);
-    });
+    out.failure->line =
+        failingLine(objectiveLines, 1, [&](std::string_view p) { objectiveOf(p, out.variables); });
     if (out.failure->line == 0) out.failure->line = index.lineOf(objectiveLines.size() - 1);
   }
 
   // Each constraint line on its own: the same pass, given one line, files that line's row.
-  const lpconv::RowCounts one{1, 1, 1};
   lpconv::RowCounts filed;
   if (!block.rows.empty()) {
     lpconv::Lines lines(block.rows);
@@ -179,7 +192,7 @@ DialectReading readDialect(std::string_view text, const LineIndex& index,
       if (line.empty()) continue;
       const long lineNumber = index.lineOf(base + start);
       lpconv::Constraints row;
-      auto failure = attempt([&] { row = lpconv::readConstraintRows(line, out.variables, one); });
+      auto failure = attempt([&] { row = rowOf(line, out.variables); });
       if (failure) {
         if (!out.failure) {
           out.failure = failure;

@@ -11,9 +11,9 @@
 #include <string>
 #include <vector>
 
-#include <lpconv/converter/huge_page_heap.h>
 #include <lpconv/converter/input_text.h>
 #include <lpconv/formats/diagnostics.h>
+#include <lpconv/programs/huge_page_heap.h>
 
 #include "check.h"
 

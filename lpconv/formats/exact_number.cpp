@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 
+#include <lpconv/numbers/internal/powers_of_ten.h>
 #include <lpconv/numbers/qq.h>
 
 namespace lpconv {
@@ -45,35 +46,17 @@ Coefficient scaled(bool negative, std::string_view digits, long scale) {
   digits.remove_prefix(first);
   if (digits == "0") return Coefficient();
 
-  static constexpr std::int64_t kPowers[] = {1,
-                                             10,
-                                             100,
-                                             1000,
-                                             10000,
-                                             100000,
-                                             1000000,
-                                             10000000,
-                                             100000000,
-                                             1000000000,
-                                             10000000000,
-                                             100000000000,
-                                             1000000000000,
-                                             10000000000000,
-                                             100000000000000,
-                                             1000000000000000,
-                                             10000000000000000,
-                                             100000000000000000};
   if (digits.size() <= 17 && scale >= -17 && scale <= 17) {
     std::int64_t m = 0;
     for (char c : digits) m = m * 10 + (c - '0');
     if (scale >= 0) {
-      const std::int64_t p = kPowers[scale];
+      const std::int64_t p = detail::kPowersOfTen[scale];
       if (m < Coefficient::kInlineLimit / p)
         return Coefficient::fromLowestTerms(negative ? -m * p : m * p, 1);
     } else {
       // The denominator is 10^k: cancelling the factors 2 and 5 that m shares with it gives
       // lowest terms without a general gcd.
-      std::int64_t d = kPowers[-scale];
+      std::int64_t d = detail::kPowersOfTen[-scale];
       int twos = -static_cast<int>(scale);
       int fives = twos;
       while (twos > 0 && (m & 1) == 0) {

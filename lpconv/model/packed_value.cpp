@@ -1,28 +1,11 @@
 #include <lpconv/model/packed_value.h>
 
+#include <lpconv/numbers/internal/powers_of_ten.h>
+
 namespace lpconv::detail {
 
 namespace {
 
-constexpr std::int64_t kPowersOfTen[19] = {1,
-                                           10,
-                                           100,
-                                           1000,
-                                           10000,
-                                           100000,
-                                           1000000,
-                                           10000000,
-                                           100000000,
-                                           1000000000,
-                                           10000000000,
-                                           100000000000,
-                                           1000000000000,
-                                           10000000000000,
-                                           100000000000000,
-                                           1000000000000000,
-                                           10000000000000000,
-                                           100000000000000000,
-                                           1000000000000000000};
 constexpr std::int64_t kMantissaLimit = std::int64_t{1} << 55;
 constexpr unsigned kMaxScale = 18;
 

@@ -154,8 +154,17 @@ bool LpWriter::columnsAppearInOrder() const {
       if (!visit(row.column(k))) return false;
     }
   }
+  // The Bounds section names the columns with other than the default bounds, the Generals
+  // section the integer ones; a column named nowhere would not come back at all.
   for (Model::Index j = 0; j < n; ++j) {
-    if (!visit(j)) return false;
+    const bool defaultBounds = model_.columnLower(j).isZero() && isInfinite(model_.columnUpper(j));
+    if (!defaultBounds && !visit(j)) return false;
+  }
+  for (Model::Index j = 0; j < n; ++j) {
+    if (model_.isInteger(j) && !visit(j)) return false;
+  }
+  for (Model::Index j = 0; j < n; ++j) {
+    if (!seen[j]) return false;
   }
   return true;
 }

@@ -79,6 +79,7 @@ class LpReader {
   Coefficient readNumber(const LpToken& t);
   // A side of a row or a bound: signs, then a number or an infinity word.
   Coefficient readValue(const char* what, bool bound);
+  Coefficient sideValue(Coefficient side, const LpToken& at);
   Model::Index columnOf(const LpToken& t);
 
   void setLower(Model::Index j, Coefficient value, const LpToken& at);
@@ -330,6 +331,14 @@ Coefficient LpReader::readValue(const char* what, bool bound) {
   return value;
 }
 
+// A side that constants moved across make 1e30 or more in magnitude follows the same rule as a
+// side written so: it is read as infinity, so that the row reads the same once written back.
+Coefficient LpReader::sideValue(Coefficient side, const LpToken& at) {
+  if (isInfinite(side) || !beyondThreshold(side)) return side;
+  note(at, "a row side of magnitude 1e30 or more is read as infinity");
+  return side.big().isPositive ? Coefficient::infinity() : Coefficient::minusInfinity();
+}
+
 void LpReader::readRow() {
   const LpToken start = lex_.peek();
   bool named = false;
@@ -381,7 +390,7 @@ void LpReader::readRow() {
         (first == Relation::equal || (first == Relation::lessEqual) != side.big().isPositive)) {
       lex_.fail(sideToken, "this infinite side leaves the row no value to take");
     }
-    side = subtract(side, leftConstant);
+    side = sideValue(subtract(side, leftConstant), sideToken);
     if (first != Relation::lessEqual) lower = side;
     if (first != Relation::greaterEqual) upper = std::move(side);
   } else {
@@ -390,7 +399,7 @@ void LpReader::readRow() {
     readExpression(rightConstant, true);
     if (terms_.empty()) lex_.fail(sideToken, "expected a column after the relation");
     const Relation r = mirrored(first);
-    Coefficient side = subtract(leftConstant, rightConstant);
+    Coefficient side = sideValue(subtract(leftConstant, rightConstant), start);
     if (isInfinite(side) &&
         (r == Relation::equal || (r == Relation::lessEqual) != side.big().isPositive)) {
       lex_.fail(start, "this infinite side leaves the row no value to take");
@@ -404,7 +413,8 @@ void LpReader::readRow() {
         lex_.fail(secondToken, "a ranged row needs two '<=' or two '>=' relations");
       }
       const LpToken valueToken = lex_.peek();
-      Coefficient other = subtract(readValue("a number after the relation", false), rightConstant);
+      Coefficient other = sideValue(
+          subtract(readValue("a number after the relation", false), rightConstant), valueToken);
       if (isInfinite(other) && (first == Relation::lessEqual) != other.big().isPositive) {
         lex_.fail(valueToken, "this infinite side leaves the row no value to take");
       }

@@ -3,7 +3,7 @@
 # one is missing.
 set -euo pipefail
 needed=(cmake ninja-build g++ pkg-config libgmp-dev zlib1g-dev libgtest-dev libbenchmark-dev
-  pybind11-dev python3-dev python3-pytest python3-numpy python3-scipy "$@")
+  pybind11-dev python3-dev python3-pytest python3-numpy python3-scipy python3-gmpy2 "$@")
 missing=()
 for pkg in "${needed[@]}"; do
   dpkg-query -W -f='${Status}' "$pkg" 2>/dev/null | grep -q 'install ok installed' || missing+=("$pkg")

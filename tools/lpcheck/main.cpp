@@ -14,6 +14,7 @@
 #include <lpconv/converter/input_text.h>
 #include <lpconv/formats/diagnostics.h>
 #include <lpconv/programs/huge_page_heap.h>
+#include <lpconv/programs/single_file_arguments.h>
 
 #include "check.h"
 
@@ -45,21 +46,10 @@ int usageError(const std::string& problem) {
 int main(int argc, char** argv) {
   lpconv::useHugePagesForHeap();  // as lpconv does: a large file's rows fault in fewer pages
   const std::vector<std::string> args(argv + 1, argv + argc);
-  for (const std::string& arg : args) {
-    if (arg == "--help") {
-      std::cout << kUsage << kHelp;
-      return 0;
-    }
-    if (arg == "--version") {
-      std::cout << kVersion;
-      return 0;
-    }
+  const std::string help = std::string(kUsage) + kHelp;
+  if (const auto status = lpconv::settleSingleFileArguments(args, help, kVersion, usageError)) {
+    return *status;
   }
-  if (args.empty()) return usageError("missing file operand");
-  for (const std::string& arg : args) {
-    if (arg.size() > 1 && arg[0] == '-') return usageError("unrecognized option '" + arg + "'");
-  }
-  if (args.size() > 1) return usageError("extra operand '" + args[1] + "'");
 
   const std::string& path = args[0];
   std::error_code error;

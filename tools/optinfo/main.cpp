@@ -14,6 +14,7 @@
 #include <lpconv/formats/formats.h>
 #include <lpconv/optfile/opt_file.h>
 #include <lpconv/programs/huge_page_heap.h>
+#include <lpconv/programs/single_file_arguments.h>
 #include <lpconv/util/failure.h>
 
 #include "model_summary.h"
@@ -67,21 +68,10 @@ std::string cannotOpen(const std::string& path) {
 int main(int argc, char** argv) {
   lpconv::useHugePagesForHeap();
   const std::vector<std::string> args(argv + 1, argv + argc);
-  for (const std::string& arg : args) {
-    if (arg == "--help") {
-      std::cout << kUsage << kHelp;
-      return 0;
-    }
-    if (arg == "--version") {
-      std::cout << kVersion;
-      return 0;
-    }
+  const std::string help = std::string(kUsage) + kHelp;
+  if (const auto status = lpconv::settleSingleFileArguments(args, help, kVersion, usageError)) {
+    return *status;
   }
-  if (args.empty()) return usageError("missing file operand");
-  for (const std::string& arg : args) {
-    if (arg.size() > 1 && arg[0] == '-') return usageError("unrecognized option '" + arg + "'");
-  }
-  if (args.size() > 1) return usageError("extra operand '" + args[1] + "'");
 
   const std::string& path = args[0];
   // .opt files are streamed as they always were; everything else, compressed .opt included, goes
